@@ -1,0 +1,24 @@
+# What every target of the project is compiled with. Warnings are errors everywhere.
+function(corvane_defaults target)
+    target_include_directories(${target} PRIVATE ${PROJECT_SOURCE_DIR})
+    target_compile_options(${target} PRIVATE
+        -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast -Wnon-virtual-dtor
+        -Woverloaded-virtual -Wdouble-promotion -Wformat=2 -Wimplicit-fallthrough -Werror)
+    if(CORVANE_ASSERTIONS)
+        target_compile_options(${target} PRIVATE -UNDEBUG)
+        target_compile_definitions(${target} PRIVATE _GLIBCXX_ASSERTIONS)
+    endif()
+    if(CORVANE_SANITIZE)
+        target_compile_options(${target} PRIVATE -fsanitize=${CORVANE_SANITIZE} -fno-omit-frame-pointer
+            -fno-sanitize-recover=all)
+        target_link_options(${target} PUBLIC -fsanitize=${CORVANE_SANITIZE})
+    endif()
+endfunction()
+
+# corvane_library(NAME SOURCES... [LINK libraries...])
+function(corvane_library name)
+    cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})
+    add_library(${name} STATIC ${ARG_UNPARSED_ARGUMENTS})
+    target_link_libraries(${name} PUBLIC ${ARG_LINK})
+    corvane_defaults(${name})
+endfunction()

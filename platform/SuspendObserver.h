@@ -1,0 +1,21 @@
+#pragma once
+
+#include <functional>
+
+namespace corvane {
+
+/// Tells before the computer is suspended, and holds the suspend up until it was heard.
+class SuspendObserver {
+public:
+    SuspendObserver() = default;
+    SuspendObserver(const SuspendObserver&) = delete;
+    SuspendObserver& operator=(const SuspendObserver&) = delete;
+    virtual ~SuspendObserver() = default;
+
+    /// Runs `beforeSuspend` on the main loop each time before the computer is suspended, which waits until it
+    /// returns, up to the system's own limit (a few seconds). Called once. Where the system does not tell,
+    /// nothing ever runs.
+    virtual void observe(std::function<void()> beforeSuspend) = 0;
+};
+
+}  // namespace corvane
