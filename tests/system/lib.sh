@@ -1,0 +1,119 @@
+# shellcheck shell=bash
+# What the system tests share. Sourced by scripts that `box` runs, so BOX_PID and BOX_ROOT are set.
+set -euo pipefail
+
+tests=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+name=de.tavrin.corvane.smchelper
+unit=$name.service
+path=/de/tavrin/corvane/smchelper
+interface=de.tavrin.corvane.FanHelperProtocol
+hwmon=${BOX_ROOT:?run this through box}/sys/class/hwmon
+
+# --- in the system under test ---------------------------------------------------------------------------------
+
+inside() {
+    "$tests/inside" "$@"
+}
+
+as_visitor() {
+    inside setpriv --reuid visitor --regid visitor --clear-groups "$@"
+}
+
+# call MEMBER [SIGNATURE ARGUMENT...]: what an ordinary user's application does. Prints signature and values.
+call() {
+    as_visitor busctl --system call -- "$name" "$path" "$interface" "$@"
+}
+
+helper_log() {
+    inside journalctl --unit "$unit" --output cat --no-pager
+}
+
+helper_pid() {
+    inside systemctl show --property MainPID --value "$unit"
+}
+
+helper_is() {
+    [[ $(inside systemctl is-active "$unit") == "$1" ]]
+}
+
+# --- devices --------------------------------------------------------------------------------------------------
+
+# plug_in_board hwmonN CHIP MODE: one fan at 900 RPM that the chip's firmware holds at a duty of 77 in MODE.
+plug_in_board() {
+    mkdir "$hwmon/$1"
+    echo "$2" >"$hwmon/$1/name"
+    echo 900 >"$hwmon/$1/fan1_input"
+    echo 77 >"$hwmon/$1/pwm1"
+    echo "$3" >"$hwmon/$1/pwm1_enable"
+}
+
+# plug_in_processor hwmonN: a sensor at 45 °C.
+plug_in_processor() {
+    mkdir "$hwmon/$1"
+    echo coretemp >"$hwmon/$1/name"
+    echo "Package id 0" >"$hwmon/$1/temp1_label"
+    echo 45000 >"$hwmon/$1/temp1_input"
+}
+
+# heat hwmonN MILLIDEGREES. In one write and without truncation, so that the file is never seen empty.
+heat() {
+    printf '%s\n' "$2" 1<>"$hwmon/$1/temp1_input"
+}
+
+fan_mode() {
+    cat "$hwmon/$1/pwm1_enable"
+}
+
+fan_duty() {
+    cat "$hwmon/$1/pwm1"
+}
+
+# fan_is_in hwmonN MODE
+fan_is_in() {
+    [[ $(fan_mode "$1") == "$2" ]]
+}
+
+# --- expectations ---------------------------------------------------------------------------------------------
+
+fail() {
+    echo "FAILED: $*" >&2
+    exit 1
+}
+
+expect_equal() {
+    [[ $2 == "$3" ]] || fail "$1: got '$2', expected '$3'"
+}
+
+# expect_between WHAT VALUE LOW HIGH: whole numbers, bounds included.
+expect_between() {
+    (($2 >= $3 && $2 <= $4)) || fail "$1: $2 is not in $3...$4"
+}
+
+# expect_in_log TEXT
+expect_in_log() {
+    helper_log | grep --quiet --fixed-strings -- "$1" || fail "the helper never logged '$1'"
+}
+
+# wait_until SECONDS WHAT CONDITION...: the condition may be a call that fails until its time has come.
+wait_until() {
+    local deadline=$((SECONDS + $1)) what=$2
+    shift 2
+    until "$@" >/dev/null 2>&1; do
+        ((SECONDS <= deadline)) || fail "waited in vain until $what"
+        sleep 0.02
+    done
+}
+
+# Milliseconds on the wall clock.
+now() {
+    local microseconds=${EPOCHREALTIME//[!0-9]/}
+    echo $((microseconds / 1000))
+}
+
+explain_failure() {
+    local status=$?
+    ((status == 0)) && return
+    echo "--- the helper's log ---" >&2
+    helper_log >&2 || true
+}
+trap explain_failure EXIT
