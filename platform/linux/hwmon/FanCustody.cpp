@@ -1,0 +1,203 @@
+#include "platform/linux/hwmon/FanCustody.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include <fmt/format.h>
+
+namespace corvane {
+
+namespace {
+
+/// Set when the claim itself had no objection.
+constexpr std::string_view journalFailed = "not taken over: the fan journal cannot be written now";
+
+}  // namespace
+
+FanCustody::FanCustody(Setting setting, std::unique_ptr<FanDriver> driver, FanJournal& journal, Log& log)
+    : setting_(std::move(setting)), driver_(std::move(driver)), journal_(journal), log_(log) {
+    if (journal_.find(setting_.fan) != nullptr && !adoptFromJournal()) {
+        complain("its journal entry cannot be used");
+    }
+}
+
+SmcResult FanCustody::force() {
+    if (driver_ == nullptr) {
+        return SmcResult::notWritable;
+    }
+    if (!driver_->range().isKnown()) {
+        return SmcResult::badArgument;
+    }
+    if (state_ == State::held && !ownsEntry()) {
+        yield("claimed by another process");
+    } else if (state_ == State::held && !driver_->isHeld()) {
+        yield("taken back by its controller");
+    }
+    if (state_ == State::held) {
+        return SmcResult::success;
+    }
+    return isRefused_ || state_ == State::yielded ? SmcResult::notWritable : takeOver();
+}
+
+SmcResult FanCustody::drive(float rpm) {
+    if (driver_ == nullptr) {
+        return SmcResult::notWritable;
+    }
+    if (!std::isfinite(rpm)) {
+        return SmcResult::badArgument;
+    }
+    if (state_ == State::left && rpm > 0.0F && driver_->isHeld() && claim()) {
+        state_ = State::held;
+    }
+    if (state_ != State::held) {
+        return rpm > 0.0F ? SmcResult::notWritable : SmcResult::success;
+    }
+    if (!ownsEntry()) {
+        yield("claimed by another process");
+        return SmcResult::notWritable;
+    }
+    const std::optional<float> driven = driver_->drive(rpm);
+    target_ = driven.value_or(target_);
+    return driven ? SmcResult::success : SmcResult::notWritable;
+}
+
+SmcResult FanCustody::release() {
+    if (driver_ == nullptr) {
+        return SmcResult::notWritable;
+    }
+    if (state_ == State::free && !adoptFromJournal()) {
+        return SmcResult::success;
+    }
+    return handBack() ? SmcResult::success : SmcResult::notWritable;
+}
+
+bool FanCustody::isReleased() {
+    switch (state_) {
+        case State::free:
+            return true;
+        case State::stuck:
+            return false;
+        case State::held:
+            return !driver_->isHeld() && driver_->isHandedBack();
+        case State::left:
+        case State::yielded:
+            return driver_ != nullptr && driver_->isHandedBack();
+    }
+    return false;
+}
+
+std::optional<float> FanCustody::target() const {
+    return state_ == State::held ? std::optional(target_) : std::nullopt;
+}
+
+/// False when there is no entry, or none that says how to hand the fan back.
+bool FanCustody::adoptFromJournal() {
+    const JournalEntry* entry = journal_.find(setting_.fan);
+    if (entry == nullptr || (driver_ != nullptr && !driver_->adopt(entry->originals))) {
+        return false;
+    }
+    state_ = State::left;
+    return true;
+}
+
+/// Puts the fan under this owner in the journal: with the originals of an entry that is there already, else
+/// with what is observed now. Observing under the journal's lock makes sure that no other process is just
+/// holding the fan.
+bool FanCustody::claim() {
+    std::string_view refusal = journalFailed;
+    if (!journal_.update([&](FanJournal::Entries& entries) { return claimIn(entries, refusal); })) {
+        complain(refusal);
+        return false;
+    }
+    state_ = State::left;
+    return true;
+}
+
+bool FanCustody::claimIn(FanJournal::Entries& entries, std::string_view& refusal) {
+    auto entry = std::find_if(entries.begin(), entries.end(),
+                              [this](const JournalEntry& each) { return each.fan == setting_.fan; });
+    if (entry == entries.end()) {
+        const std::optional<FanOriginals> originals = driver_->observe();
+        if (!originals) {
+            refusal = "not taken over: what it does now cannot be told, or is more than can be asked of it";
+            return false;
+        }
+        entry = entries.insert(entries.end(), {setting_.fan, setting_.owner, *originals});
+    }
+    if (entry->owner == FanOwner::helper && setting_.owner == FanOwner::diagnostics) {
+        refusal = "not taken over: the helper has it";
+        return false;
+    }
+    if (!driver_->adopt(entry->originals)) {
+        refusal = "not taken over: no known way back";
+        return false;
+    }
+    entry->owner = setting_.owner;
+    return true;
+}
+
+SmcResult FanCustody::takeOver() {
+    if (!claim()) {
+        return SmcResult::notWritable;
+    }
+    if (!driver_->takeOver()) {
+        complain("stays with its firmware: it refuses manual control");
+        // A device that just vanished cannot be handed back either, and has refused nothing.
+        isRefused_ = handBack();
+        return SmcResult::notWritable;
+    }
+    state_ = State::held;
+    target_ = 0.0F;
+    complaint_ = {};
+    return SmcResult::success;
+}
+
+bool FanCustody::ownsEntry() {
+    const JournalEntry* entry = journal_.find(setting_.fan);
+    return entry != nullptr && entry->owner == setting_.owner;
+}
+
+void FanCustody::yield(std::string_view reason) {
+    state_ = State::yielded;
+    complain(reason);
+}
+
+bool FanCustody::handBack() {
+    if (!driver_->handBack()) {
+        driver_->driveFull();
+        becomeStuck("WARNING: cannot be handed back; runs at full speed until it can");
+        return false;
+    }
+    if (!removeEntry()) {
+        becomeStuck("handed back, but the fan journal cannot be written");
+        return false;
+    }
+    if (std::exchange(state_, State::free) == State::stuck) {
+        complain("handed back after all");
+    }
+    if (!isRefused_) {
+        complaint_ = {};
+    }
+    return true;
+}
+
+bool FanCustody::removeEntry() {
+    return journal_.update([this](FanJournal::Entries& entries) {
+        std::erase_if(entries, [this](const JournalEntry& entry) { return entry.fan == setting_.fan; });
+        return true;
+    });
+}
+
+void FanCustody::becomeStuck(std::string_view reason) {
+    state_ = State::stuck;
+    complain(reason);
+}
+
+void FanCustody::complain(std::string_view reason) {
+    if (std::exchange(complaint_, reason) != reason) {
+        log_.write(fmt::format("Corvane daemon: {}: {}", setting_.name, reason));
+    }
+}
+
+}  // namespace corvane

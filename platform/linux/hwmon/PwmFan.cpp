@@ -1,0 +1,134 @@
+#include "platform/linux/hwmon/PwmFan.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include <fmt/format.h>
+
+#include "platform/linux/hwmon/FanSpeed.h"
+
+namespace corvane {
+
+namespace {
+
+constexpr std::int64_t fullDuty = 255;
+constexpr std::int64_t manual = 1;
+/// Largest mode in use is 99; drivers take a byte.
+constexpr std::int64_t maxEnable = 255;
+/// Limit of the thinkpad driver, in seconds.
+constexpr std::int64_t maxWatchdog = 120;
+
+}  // namespace
+
+std::unique_ptr<FanDriver> PwmFan::make(HwmonChip& chip, int channel, SpeedRange range) {
+    auto fan = std::make_unique<PwmFan>(chip, channel, range);
+    return fan->duty_.isOpen() && fan->enable_.isOpen() ? std::move(fan) : nullptr;
+}
+
+PwmFan::PwmFan(HwmonChip& chip, int channel, SpeedRange range)
+    : range_(range),
+      zeroMode_(zeroModeOf(chip.identity())),
+      duty_(chip, fmt::format("pwm{}", channel), SysfsAccess::readWrite),
+      enable_(chip, fmt::format("pwm{}_enable", channel), SysfsAccess::readWrite) {
+    if (chip.identity().name == "thinkpad") {
+        watchdog_.emplace(chip, "device/driver/fan_watchdog", SysfsAccess::readWrite);
+        if (!watchdog_->isOpen()) {
+            watchdog_.reset();
+        }
+    }
+}
+
+PwmFan::ZeroMode PwmFan::zeroModeOf(const ChipIdentity& chip) {
+    if (chip.name == "pwmfan") {
+        return ZeroMode::stopped;
+    }
+    return chip.name == "thinkpad" ? ZeroMode::beyondFullDuty : ZeroMode::fullSpeed;
+}
+
+std::optional<FanOriginals> PwmFan::observe() {
+    const std::optional<std::int64_t> enable = enable_.read();
+    const std::optional<std::int64_t> duty = duty_.read();
+    if (!enable || !duty || (*enable == 0 && zeroMode_ == ZeroMode::beyondFullDuty)) {
+        return std::nullopt;
+    }
+    FanOriginals originals = {{"pwm", *duty}, {"enable", *enable}};
+    if (watchdog_) {
+        const std::optional<std::int64_t> watchdog = watchdog_->read();
+        if (!watchdog) {
+            return std::nullopt;
+        }
+        originals.push_back({"watchdog", *watchdog});
+    }
+    return originals;
+}
+
+bool PwmFan::adopt(const FanOriginals& originals) {
+    const auto duty = findValue(originals, "pwm", 0, fullDuty);
+    const auto enable = findValue(originals, "enable", 0, maxEnable);
+    const auto watchdog = findValue(originals, "watchdog", 0, maxWatchdog);
+    if (!duty || !enable || (watchdog_ && !watchdog)) {
+        return false;
+    }
+    originalDuty_ = *duty;
+    originalEnable_ = *enable;
+    originalWatchdog_ = watchdog.value_or(0);
+    return true;
+}
+
+bool PwmFan::takeOver() {
+    if (watchdog_ && !watchdog_->write(watchdogSeconds)) {
+        return false;
+    }
+    return enable_.write(manual) && isHeld() && duty_.write(heldDuty());
+}
+
+bool PwmFan::isHeld() {
+    return enable_.read() == manual;
+}
+
+std::optional<float> PwmFan::drive(float rpm) {
+    const std::int64_t duty = std::max(dutyFor(rpm), heldDuty());
+    const float speed = std::max(FanSpeed::within(range_, rpm), speedOf(heldDuty()));
+    return duty_.write(duty) ? std::optional(speed) : std::nullopt;
+}
+
+void PwmFan::driveFull() {
+    // Nothing is left to do when this fails, too.
+    static_cast<void>(duty_.write(fullDuty));
+}
+
+bool PwmFan::handBack() {
+    bool written = !restoresDuty() || duty_.write(originalDuty_);
+    written = enable_.write(originalEnable_) && written;
+    if (watchdog_) {
+        written = watchdog_->write(originalWatchdog_) && written;
+    }
+    return written && isHandedBack();
+}
+
+bool PwmFan::isHandedBack() {
+    return enable_.read() == originalEnable_ &&
+           (originalEnable_ != manual || duty_.read() == originalDuty_) &&
+           (!watchdog_ || watchdog_->read() == originalWatchdog_);
+}
+
+std::int64_t PwmFan::heldDuty() const {
+    return originalEnable_ == 0 && zeroMode_ != ZeroMode::stopped ? fullDuty : originalDuty_;
+}
+
+std::int64_t PwmFan::dutyFor(float rpm) const {
+    const float above = FanSpeed::within(range_, rpm) - range_.min;
+    // Rounded up: never less than asked for.
+    return static_cast<std::int64_t>(
+        std::ceil(above * static_cast<float>(fullDuty) / (range_.max - range_.min)));
+}
+
+float PwmFan::speedOf(std::int64_t duty) const {
+    return range_.min + (range_.max - range_.min) * static_cast<float>(duty) / static_cast<float>(fullDuty);
+}
+
+bool PwmFan::restoresDuty() const {
+    return originalEnable_ == manual || (originalEnable_ == 0 && zeroMode_ == ZeroMode::stopped);
+}
+
+}  // namespace corvane

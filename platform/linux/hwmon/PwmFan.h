@@ -1,0 +1,61 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+
+#include "platform/linux/hwmon/ChipAttribute.h"
+#include "platform/linux/hwmon/FanDriver.h"
+
+namespace corvane {
+
+/// A fan driven by a duty cycle: `pwmN` (0...255) under `pwmN_enable`, where 1 is manual and the meaning of
+/// all other values is the chip's own. Speeds map to duties linearly over the range.
+class PwmFan final : public FanDriver {
+public:
+    /// The driver's own guard against a silent owner (thinkpad), in seconds: its maximum is 120, and it is
+    /// started anew by every duty written.
+    static constexpr std::int64_t watchdogSeconds = 30;
+
+    /// Null when the fan has no duty and mode that can be both read and written. `range` is known; `chip`
+    /// outlives the fan.
+    static std::unique_ptr<FanDriver> make(HwmonChip& chip, int channel, SpeedRange range);
+
+    PwmFan(HwmonChip& chip, int channel, SpeedRange range);
+
+    [[nodiscard]] SpeedRange range() const override { return range_; }
+    [[nodiscard]] std::optional<FanOriginals> observe() override;
+    [[nodiscard]] bool adopt(const FanOriginals& originals) override;
+    [[nodiscard]] bool takeOver() override;
+    [[nodiscard]] bool isHeld() override;
+    [[nodiscard]] std::optional<float> drive(float rpm) override;
+    void driveFull() override;
+    [[nodiscard]] bool handBack() override;
+    [[nodiscard]] bool isHandedBack() override;
+
+private:
+    /// What `pwmN_enable` 0 means.
+    enum class ZeroMode {
+        fullSpeed,
+        /// Faster than any duty reaches: such a fan is left alone.
+        beyondFullDuty,
+        stopped,
+    };
+
+    static ZeroMode zeroModeOf(const ChipIdentity& chip);
+    [[nodiscard]] std::int64_t heldDuty() const;
+    [[nodiscard]] std::int64_t dutyFor(float rpm) const;
+    [[nodiscard]] float speedOf(std::int64_t duty) const;
+    /// Whether the duty belongs to what a hand-back restores: an automatic mode sets its own.
+    [[nodiscard]] bool restoresDuty() const;
+
+    SpeedRange range_;
+    ZeroMode zeroMode_;
+    ChipAttribute duty_;
+    ChipAttribute enable_;
+    std::optional<ChipAttribute> watchdog_;
+    std::int64_t originalDuty_ = 0;
+    std::int64_t originalEnable_ = 0;
+    std::int64_t originalWatchdog_ = 0;
+};
+
+}  // namespace corvane
