@@ -38,7 +38,7 @@ MacModel macBookPro13() {
             .title = "MacBook Pro 13\" (MacBookPro17,1), M1",
             .thermal = m1MacBookPro13,
             .firmware = FirmwareCurve::laptop(),
-            .idleWatts = 1.5,
+            .idleWatts = 2.0,
             .gatingWatts = 5.0,
             .fans = {{1199.0F, 7199.0F}},
             .sensors = copyOf(m2Sensors())};
