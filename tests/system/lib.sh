@@ -114,6 +114,6 @@ explain_failure() {
     local status=$?
     ((status == 0)) && return
     echo "--- the helper's log ---" >&2
-    helper_log >&2 || true
+    helper_log | tail --lines 50 >&2 || true
 }
 trap explain_failure EXIT
