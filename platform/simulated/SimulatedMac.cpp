@@ -7,34 +7,9 @@
 #include <string>
 #include <utility>
 
-#include "platform/simulated/Noise.h"
-
 namespace corvane {
 
 namespace {
-
-constexpr double stepSeconds = std::chrono::duration<double>(SimulatedMac::stepLength).count();
-
-/// A longer gap (a suspended computer) is shortened to this: every temperature has settled long before.
-constexpr std::int64_t mostSteps = std::chrono::hours(24) / SimulatedMac::stepLength;
-
-constexpr std::uint64_t firstTachometerChannel = 1000;
-
-std::vector<SimulatedFan> fansOf(const MacModel& model) {
-    std::vector<SimulatedFan> fans;
-    for (const FanLimits& limits : model.fans) {
-        fans.emplace_back(limits, model.firmware);
-    }
-    return fans;
-}
-
-double meanSpeed(const std::vector<SimulatedFan>& fans) {
-    double sum = 0.0;
-    for (const SimulatedFan& fan : fans) {
-        sum += fan.speed();
-    }
-    return fans.empty() ? 0.0 : sum / static_cast<double>(fans.size());
-}
 
 float floatFrom(std::span<const std::uint8_t> bytes) {
     std::uint32_t bits = 0;
@@ -57,27 +32,20 @@ bool isKind(const std::optional<KeyFault>& fault, KeyFault::Kind kind) {
 
 SimulatedMac::SimulatedMac(Options options, Clock clock)
     : model_(std::move(options.model)),
-      seed_(options.seed),
       clock_(std::move(clock)),
-      start_(clock_()),
-      now_(start_),
-      load_(model_.idleWatts),
-      fans_(fansOf(model_)),
-      thermal_(model_.thermal, load_, ambient_, meanSpeed(fans_)),
+      hardware_(model_, options.seed, clock_()),
       allKeys_(keysOf(model_)),
       states_(allKeys_.size()),
-      written_(fans_.size()) {
+      written_(model_.fans.size()) {
     listKeys();
 }
 
 void SimulatedMac::setLoad(double watts) {
-    catchUp();
-    load_ = watts;
+    present().setLoad(watts);
 }
 
 void SimulatedMac::setAmbient(double celsius) {
-    catchUp();
-    ambient_ = celsius;
+    present().setAmbient(celsius);
 }
 
 void SimulatedMac::holdSensor(std::string_view keys, float value) {
@@ -144,55 +112,37 @@ void SimulatedMac::listKeys() {
     }
 }
 
-double SimulatedMac::dieTemperature() {
+void SimulatedMac::catchUp() {
+    hardware_.catchUp(clock_());
+}
+
+MacHardware& SimulatedMac::present() {
     catchUp();
-    return thermal_.dieTemperature();
+    return hardware_;
+}
+
+double SimulatedMac::dieTemperature() {
+    return present().dieTemperature();
 }
 
 double SimulatedMac::sinkTemperature() {
-    catchUp();
-    return thermal_.sinkTemperature();
+    return present().sinkTemperature();
 }
 
 double SimulatedMac::fanSpeed(std::size_t fan) {
-    catchUp();
-    return fans_.at(fan).speed();
+    return present().fans().at(fan).speed();
 }
 
 double SimulatedMac::fanTarget(std::size_t fan) {
-    catchUp();
-    return static_cast<double>(fans_.at(fan).target());
+    return static_cast<double>(present().fans().at(fan).target());
 }
 
 bool SimulatedMac::isFanForced(std::size_t fan) {
-    catchUp();
-    return fans_.at(fan).isForced();
+    return present().fans().at(fan).isForced();
 }
 
 bool SimulatedMac::isAnyFanForced() {
-    catchUp();
-    return std::ranges::any_of(fans_, &SimulatedFan::isForced);
-}
-
-void SimulatedMac::catchUp() {
-    now_ = clock_();
-    const std::int64_t due = (now_ - start_) / stepLength;
-    stepsDone_ = std::max(stepsDone_, due - mostSteps);
-    for (; stepsDone_ < due; ++stepsDone_) {
-        step();
-    }
-}
-
-void SimulatedMac::step() {
-    for (SimulatedFan& fan : fans_) {
-        fan.step(stepSeconds, thermal_.dieTemperature());
-    }
-    thermal_.step(stepSeconds, heat(), ambient_, meanSpeed(fans_));
-}
-
-double SimulatedMac::heat() const {
-    const double left = (throttledAt - thermal_.dieTemperature()) / (throttledAt - throttlesFrom);
-    return load_ * std::clamp(left, 0.0, 1.0);
+    return std::ranges::any_of(present().fans(), &SimulatedFan::isForced);
 }
 
 SmcResult SimulatedMac::read(std::size_t index, std::span<std::uint8_t> bytes) {
@@ -226,7 +176,7 @@ double SimulatedMac::steadyValue(std::size_t key) const {
 
 double SimulatedMac::mode(std::size_t key) const {
     const std::optional<KeyFault>& fault = states_[key].condition.fault;
-    if (fans_[allKeys_[key].index].isForced()) {
+    if (hardware_.fans()[allKeys_[key].index].isForced()) {
         return 1.0;
     }
     return isKind(fault, KeyFault::Kind::neverAutomatic) ? static_cast<double>(fault->value) : 0.0;
@@ -237,56 +187,23 @@ double SimulatedMac::trueValue(const MacKey& key) const {
         case KeyRole::keyCount:
             return static_cast<double>(listed_.size());
         case KeyRole::fanCount:
-            return static_cast<double>(fans_.size());
+            return static_cast<double>(hardware_.fans().size());
         case KeyRole::forceSwitch:
-            return forceSwitch_;
+            return hardware_.forceSwitch();
         case KeyRole::fanSpeed:
-            return tachometer(key.index);
+            return hardware_.tachometer(key.index);
         case KeyRole::fanMinimum:
-            return static_cast<double>(fans_[key.index].limits().minimum);
+            return static_cast<double>(hardware_.fans()[key.index].limits().minimum);
         case KeyRole::fanMaximum:
-            return static_cast<double>(fans_[key.index].limits().maximum);
+            return static_cast<double>(hardware_.fans()[key.index].limits().maximum);
         case KeyRole::fanTarget:
-            return static_cast<double>(fans_[key.index].target());
+            return static_cast<double>(hardware_.fans()[key.index].target());
         case KeyRole::sensor:
-            return sensorValue(key.index);
+            return hardware_.sensor(key.index);
         case KeyRole::fanMode:
             break;
     }
     return 0.0;
-}
-
-double SimulatedMac::tachometer(std::size_t fan) const {
-    const double speed = fans_[fan].speed();
-    if (speed <= 0.0) {
-        return 0.0;
-    }
-    return std::max(0.0, speed + tachometerNoise * noise(firstTachometerChannel + fan));
-}
-
-double SimulatedMac::sensorValue(std::size_t sensor) const {
-    const SensorSpec& spec = model_.sensors[sensor];
-    const double reading = static_cast<double>(spec.offset);
-    switch (spec.source) {
-        case SensorSource::fixed:
-            return reading;
-        case SensorSource::gatedCore:
-            if (load_ < model_.gatingWatts) {
-                return gatedCoreReading;
-            }
-            break;
-        case SensorSource::sink:
-            return thermal_.sinkTemperature() + reading + sensorNoise * noise(sensor);
-        case SensorSource::room:
-            return ambient_ + reading + sensorNoise * noise(sensor);
-        case SensorSource::die:
-            break;
-    }
-    return thermal_.dieTemperature() + reading + sensorNoise * noise(sensor);
-}
-
-double SimulatedMac::noise(std::uint64_t channel) const {
-    return noiseAt(seed_, channel, static_cast<std::uint64_t>(stepsDone_));
 }
 
 SmcResult SimulatedMac::write(std::size_t index, std::span<const std::uint8_t> bytes) {
@@ -308,12 +225,13 @@ SmcResult SimulatedMac::take(std::size_t key, std::span<const std::uint8_t> byte
     const MacKey& target = allKeys_[key];
     switch (target.role) {
         case KeyRole::forceSwitch:
-            return setForceSwitch(bytes[0]);
+            hardware_.setForceSwitch(bytes[0]);
+            return SmcResult::success;
         case KeyRole::fanMode:
             return setMode(key, bytes[0]);
         case KeyRole::fanTarget:
             written_[target.index] = floatFrom(bytes);
-            fans_[target.index].setTarget(floatFrom(bytes));
+            hardware_.setTarget(target.index, floatFrom(bytes));
             return SmcResult::success;
         case KeyRole::keyCount:
         case KeyRole::fanCount:
@@ -326,21 +244,10 @@ SmcResult SimulatedMac::take(std::size_t key, std::span<const std::uint8_t> byte
     return SmcResult::notWritable;
 }
 
-SmcResult SimulatedMac::setForceSwitch(std::uint8_t value) {
-    forceSwitch_ = value;
-    if (model_.forceSwitch == ForceSwitch::required && value == 0) {
-        forcingAsked_.reset();
-        for (SimulatedFan& fan : fans_) {
-            fan.handBack();
-        }
-    }
-    return SmcResult::success;
-}
-
 SmcResult SimulatedMac::setMode(std::size_t key, std::uint8_t mode) {
     const std::size_t fan = allKeys_[key].index;
     if (mode == 1) {
-        return force(fan);
+        return areLimitsKnown(fan) ? hardware_.force(fan) : SmcResult::badArgument;
     }
     if (mode != 0) {
         return SmcResult::badArgument;
@@ -348,31 +255,9 @@ SmcResult SimulatedMac::setMode(std::size_t key, std::uint8_t mode) {
     const std::optional<KeyFault>& fault = states_[key].condition.fault;
     const bool staysForced = isKind(fault, KeyFault::Kind::neverAutomatic) && fault->value == 1.0F;
     if (!staysForced) {
-        fans_[fan].handBack();
+        hardware_.handBack(fan);
     }
     return SmcResult::success;
-}
-
-SmcResult SimulatedMac::force(std::size_t fan) {
-    if (!areLimitsKnown(fan)) {
-        return SmcResult::badArgument;
-    }
-    if (!mayForce()) {
-        return SmcResult::badCommand;
-    }
-    fans_[fan].force();
-    return SmcResult::success;
-}
-
-bool SimulatedMac::mayForce() {
-    if (model_.forceSwitch != ForceSwitch::required) {
-        return true;
-    }
-    if (forceSwitch_ == 0) {
-        return false;
-    }
-    forcingAsked_ = forcingAsked_.value_or(now_);
-    return now_ - *forcingAsked_ >= forcingTakes;
 }
 
 bool SimulatedMac::areLimitsKnown(std::size_t fan) const {

@@ -12,20 +12,19 @@
 #include "platform/SerialQueue.h"
 #include "platform/SmcKeyTable.h"
 #include "platform/simulated/KeyFault.h"
+#include "platform/simulated/MacHardware.h"
 #include "platform/simulated/MacKeys.h"
 #include "platform/simulated/MacModel.h"
-#include "platform/simulated/SimulatedFan.h"
-#include "platform/simulated/ThermalModel.h"
 
 namespace corvane {
 
-/// A Mac as its SMC shows it: heat, fans, the firmware that drives them, sensors, and whatever is made to go
-/// wrong. `SimulatedSmc` is the way to its keys.
+/// A Mac as its SMC shows it: its hardware, and whatever is made to go wrong with the keys. `SimulatedSmc` is
+/// the way to them.
 ///
-/// Its time is the clock's; every call first brings the machine up to the present, in steps of `stepLength`,
-/// so that what it does depends on the clock, the seed and what was done to it, never on how often it was
-/// asked. What is done to it counts from the step under way. Not thread-safe. Reads and writes do not
-/// allocate.
+/// Its time is the clock's; every call first brings the machine up to the present, in steps of
+/// `MacHardware::stepLength`, so that what it does depends on the clock, the seed and what was done to it,
+/// never on how often it was asked. What is done to it counts from the step under way. Not thread-safe. Reads
+/// and writes do not allocate.
 ///
 /// Functions that take `keys` mean one key ("Tp09") or all that begin alike ("Tp*"), and throw
 /// `std::invalid_argument` when the machine has none. They reach vanished keys too.
@@ -36,25 +35,12 @@ public:
     using WriteObserver =
         std::function<void(std::string_view key, std::span<const std::uint8_t> bytes, SmcResult result)>;
 
-    static constexpr Duration stepLength = std::chrono::milliseconds(50);
-    static constexpr double defaultAmbient = 25.0;
-    /// Standard deviations of tachometers (RPM; measured on a real fan) and sensors (°C).
-    static constexpr double tachometerNoise = 3.0;
-    static constexpr double sensorNoise = 0.1;
-    /// What the keys of cores without power read, °C.
-    static constexpr double gatedCoreReading = 40.0;
-    /// The chip sheds all its heat in a straight line between these temperatures of the die, °C.
-    static constexpr double throttlesFrom = 105.0;
-    static constexpr double throttledAt = 110.0;
-    /// How long a machine with `ForceSwitch::required` goes on refusing once it was first asked.
-    static constexpr Duration forcingTakes = std::chrono::milliseconds(3500);
-
     struct Options {
         MacModel model = macBookPro16();
         std::uint64_t seed = 1;
     };
 
-    /// A machine that has been idle at `defaultAmbient` for ever.
+    /// A machine that has been idle at `MacHardware::defaultAmbient` for ever.
     SimulatedMac(Options options, Clock clock);
 
     // What is done to it.
@@ -116,44 +102,28 @@ private:
         std::uint32_t spikesLeft = 0;
     };
 
+    /// Brings the hardware up to the present.
     void catchUp();
-    void step();
-    [[nodiscard]] double heat() const;
+    /// The hardware, caught up.
+    MacHardware& present();
 
     void forEach(std::string_view keys, const std::function<void(std::size_t)>& change);
     void applyFault(std::size_t key, const std::optional<KeyFault>& fault);
     void listKeys();
 
-    [[nodiscard]] double trueValue(const MacKey& key) const;
-    [[nodiscard]] double sensorValue(std::size_t sensor) const;
-    [[nodiscard]] double tachometer(std::size_t fan) const;
-    [[nodiscard]] double mode(std::size_t key) const;
-    [[nodiscard]] double noise(std::uint64_t channel) const;
     [[nodiscard]] double steadyValue(std::size_t key) const;
+    [[nodiscard]] double trueValue(const MacKey& key) const;
+    [[nodiscard]] double mode(std::size_t key) const;
 
     SmcResult take(std::size_t key, std::span<const std::uint8_t> bytes);
-    SmcResult setForceSwitch(std::uint8_t value);
     SmcResult setMode(std::size_t key, std::uint8_t mode);
-    SmcResult force(std::size_t fan);
-    [[nodiscard]] bool mayForce();
     [[nodiscard]] bool areLimitsKnown(std::size_t fan) const;
     [[nodiscard]] std::optional<double> knownLimit(std::size_t fan, KeyRole role) const;
 
     MacModel model_;
-    std::uint64_t seed_;
     Clock clock_;
-    BootTime start_;
-    BootTime now_;
-    std::int64_t stepsDone_ = 0;
-
-    double load_;
-    double ambient_ = defaultAmbient;
+    MacHardware hardware_;
     bool smcPresent_ = true;
-    std::vector<SimulatedFan> fans_;
-    ThermalModel thermal_;
-    std::uint8_t forceSwitch_ = 0;
-    /// When forcing was first asked for since the switch was set.
-    std::optional<BootTime> forcingAsked_;
 
     std::vector<MacKey> allKeys_;
     std::vector<KeyState> states_;

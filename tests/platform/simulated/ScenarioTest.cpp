@@ -38,7 +38,7 @@ TEST(Scenario, AnEmptyFileMeansTheDefaults) {
         EXPECT_EQ(scenario.model, "macbook-pro-16");
         EXPECT_EQ(scenario.seed, 1U);
         EXPECT_EQ(scenario.load, std::nullopt);
-        EXPECT_EQ(scenario.ambient, SimulatedMac::defaultAmbient);
+        EXPECT_EQ(scenario.ambient, MacHardware::defaultAmbient);
         EXPECT_TRUE(scenario.smcPresent);
         EXPECT_TRUE(scenario.keyRequests.empty());
     }
