@@ -69,8 +69,12 @@ void AppleSmcFan::driveFull() {
 }
 
 bool AppleSmcFan::handBack() {
-    const bool restored = originalManual_ != manual || output_.write(originalOutput_);
-    return manual_.write(originalManual_) && restored && isHandedBack();
+    // Only what reads back counts.
+    if (originalManual_ == manual) {
+        static_cast<void>(output_.write(originalOutput_));
+    }
+    static_cast<void>(manual_.write(originalManual_));
+    return isHandedBack();
 }
 
 bool AppleSmcFan::isHandedBack() {

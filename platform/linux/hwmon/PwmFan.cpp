@@ -98,12 +98,15 @@ void PwmFan::driveFull() {
 }
 
 bool PwmFan::handBack() {
-    bool written = !restoresDuty() || duty_.write(originalDuty_);
-    written = enable_.write(originalEnable_) && written;
-    if (watchdog_) {
-        written = watchdog_->write(originalWatchdog_) && written;
+    // Only what reads back counts: a driver that refused to let go of the fan refuses these as well.
+    if (restoresDuty()) {
+        static_cast<void>(duty_.write(originalDuty_));
     }
-    return written && isHandedBack();
+    static_cast<void>(enable_.write(originalEnable_));
+    if (watchdog_) {
+        static_cast<void>(watchdog_->write(originalWatchdog_));
+    }
+    return isHandedBack();
 }
 
 bool PwmFan::isHandedBack() {
