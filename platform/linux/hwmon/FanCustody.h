@@ -34,8 +34,8 @@ public:
     /// Takes the fan over, or makes sure that it is still held. Does not allocate while it is.
     [[nodiscard]] SmcResult force();
 
-    /// Drives a held fan at `rpm` at least. What is 0 or less asks for nothing and is always taken from a
-    /// fan that is not held.
+    /// Drives a held fan at `rpm` or at what it did when it was taken over, whichever is more. A fan that is
+    /// not held accepts speeds of 0 and less, which ask for nothing.
     [[nodiscard]] SmcResult drive(float rpm);
 
     /// Gives the fan back and proves it.

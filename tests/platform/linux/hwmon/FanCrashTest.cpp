@@ -124,8 +124,8 @@ TEST_F(FanAfterACrash, IsNotTakenWhenTheJournalCannotBeWritten) {
     }
     EXPECT_THAT(rig.hardware.takeWrites(), IsEmpty());
     EXPECT_THAT(smc.ui8("F0Md"), Optional(0));
-    EXPECT_THAT(rig.log.lines, ElementsAre("Corvane daemon: fan 0 (nct6779 fan1): not taken over: the fan "
-                                           "journal cannot be written now"));
+    EXPECT_THAT(rig.log.lines(), ElementsAre("Corvane daemon: fan 0 (nct6779 fan1): not taken over: the fan "
+                                             "journal cannot be written now"));
 }
 
 TEST_F(FanAfterACrash, IsNotCalledReleasedUntilTheJournalSaysSo) {
@@ -145,7 +145,7 @@ TEST_F(FanAfterACrash, IsRestoredFromTheGoodLinesOfADamagedJournal) {
     crashWhileForced(FanOwner::helper);
     rig.folder.write("fans", "fan\thelper\tdevi\n" + rig.journal() + "\x01\x02");
     SmcClient next = rig.connect();
-    EXPECT_THAT(rig.log.lines, Contains("Corvane daemon: fan journal: 2 damaged lines skipped"));
+    EXPECT_THAT(rig.log.lines(), Contains("Corvane daemon: fan journal: 2 damaged lines skipped"));
     EXPECT_EQ(next.writeUi8("F0Md", 0), SmcResult::success);
     EXPECT_EQ(attribute("pwm1_enable").text, "5\n");
     EXPECT_EQ(rig.journal(), "");
@@ -154,7 +154,7 @@ TEST_F(FanAfterACrash, IsRestoredFromTheGoodLinesOfADamagedJournal) {
 TEST_F(FanAfterACrash, IsNotWrittenToFromAnEntryThatMakesNoSense) {
     rig.folder.write("fans", "fan\thelper\tdevices/platform/nct6779\tnct6779\t1\tpwm=70000\tenable=5\tend\n");
     SmcClient smc = rig.connect();
-    EXPECT_THAT(rig.log.lines,
+    EXPECT_THAT(rig.log.lines(),
                 ElementsAre("Corvane daemon: fan 0 (nct6779 fan1): its journal entry cannot be used"));
     EXPECT_EQ(smc.writeUi8("F0Md", 0), SmcResult::success);
     EXPECT_EQ(smc.writeUi8("F0Md", 1), SmcResult::notWritable) << "there is no known way back";

@@ -114,7 +114,7 @@ TEST_F(FanJournalTest, SkipsDamagedLinesAndUsesTheRest) {
     folder.write("fans", std::string("garbage\n\n") + line + "\nfan\thelper\tcut");
     FanJournal damaged(folder.path("fans"), log);
     EXPECT_THAT(damaged.entries(), ElementsAre(entryOf("devices/a b/c")));
-    EXPECT_THAT(log.lines, ElementsAre("Corvane daemon: fan journal: 3 damaged lines skipped"));
+    EXPECT_THAT(log.lines(), ElementsAre("Corvane daemon: fan journal: 3 damaged lines skipped"));
 }
 
 TEST_F(FanJournalTest, ReadsNoMoreThanItsBound) {

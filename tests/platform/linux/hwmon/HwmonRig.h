@@ -11,21 +11,13 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/Log.h"
 #include "platform/SmcConnection.h"
 #include "platform/linux/hwmon/FanOwner.h"
+#include "platform/simulated/RecordingLog.h"
 #include "platform/simulated/VirtualTime.h"
 #include "tests/platform/linux/hwmon/FakeSysfs.h"
 
 namespace corvane {
-
-/// Keeps the lines.
-class RecordingLog final : public Log {
-public:
-    void write(std::string_view line) noexcept override { lines.emplace_back(line); }
-
-    std::vector<std::string> lines;
-};
 
 /// A folder of its own that is removed in the end.
 class TemporaryFolder {

@@ -110,7 +110,7 @@ TEST_F(PwmFan, StaysWithItsFirmwareWhenItsModeSnapsBack) {
     EXPECT_EQ(smc.writeUi8("F0Md", 1), SmcResult::notWritable);
     EXPECT_EQ(smc.writeFlt("F0Tg", 2000.0F), SmcResult::notWritable);
     EXPECT_THAT(rig.hardware.takeWrites(), IsEmpty()) << "not tried again";
-    EXPECT_THAT(rig.log.lines,
+    EXPECT_THAT(rig.log.lines(),
                 ElementsAre("Corvane daemon: fan 0 (nct6779 fan1): stays with its firmware: it "
                             "refuses manual control"));
 }
@@ -142,7 +142,7 @@ TEST_F(PwmFan, IsYieldedToAControllerThatTakesItBack) {
     }
     EXPECT_THAT(rig.hardware.takeWrites(), IsEmpty());
     EXPECT_THAT(smc.ui8("F0Md"), Optional(0)) << "it really is as it was";
-    EXPECT_EQ(rig.log.lines.size(), 1U);
+    EXPECT_EQ(rig.log.lines().size(), 1U);
 
     EXPECT_EQ(smc.writeUi8("F0Md", 0), SmcResult::success);
     EXPECT_EQ(rig.journal(), "");
@@ -182,7 +182,7 @@ TEST_F(PwmFan, RunsFullyAndIsTriedAgainWhenItCannotBeGivenBack) {
 
     rig.time.advance(std::chrono::seconds(60));
     EXPECT_THAT(rig.hardware.takeWrites(), IsEmpty()) << "the retries have ended";
-    EXPECT_EQ(rig.log.lines.size(), 2U) << "one line when it stuck, one when it came loose";
+    EXPECT_EQ(rig.log.lines().size(), 2U) << "one line when it stuck, one when it came loose";
 }
 
 TEST_F(PwmFan, IsNotBelievedToBeBackUntilItsModeReadsBack) {
@@ -320,7 +320,7 @@ TEST_F(ThinkPadFan, IsNotOfferedWhenItsDriverForbidsControl) {
     EXPECT_EQ(enable().text, "2\n");
     EXPECT_THAT(smc.ui8("F0Md"), Optional(0));
     EXPECT_EQ(rig.journal(), "");
-    EXPECT_EQ(rig.log.lines.size(), 1U);
+    EXPECT_EQ(rig.log.lines().size(), 1U);
 }
 
 TEST_F(ThinkPadFan, IsLeftAloneInItsFullSpeedModeThatNoDutyReaches) {
