@@ -12,7 +12,7 @@ namespace {
 /// Three keys whose values are plain bytes; remembers what reached it.
 class ThreeKeys final : public SmcKeyTable {
 public:
-    [[nodiscard]] std::span<const SmcKey> keys() const override { return keys_; }
+    [[nodiscard]] std::span<const SmcKey> keys() const override { return threeKeys; }
 
     SmcResult read(std::size_t index, std::span<std::uint8_t> bytes) override {
         lastIndex = index;
@@ -31,7 +31,7 @@ public:
     std::vector<std::uint8_t> written;
 
 private:
-    static constexpr std::array<SmcKey, 3> keys_{{
+    static constexpr std::array<SmcKey, 3> threeKeys{{
         {fourCharCode("AAAA"), fourCharCode("flt "), 4, SmcAttribute::readable | SmcAttribute::littleEndian},
         {fourCharCode("Both"), fourCharCode("ui8 "), 1, SmcAttribute::readable | SmcAttribute::writable},
         {fourCharCode("aaaa"), fourCharCode("ui16"), 2, SmcAttribute::writable},

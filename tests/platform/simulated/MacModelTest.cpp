@@ -9,8 +9,8 @@
 
 namespace corvane {
 
-void PrintTo(const MacModel& model,
-             std::ostream* out) {  // NOLINT(readability-identifier-naming): GoogleTest's
+// The name is GoogleTest's. NOLINTNEXTLINE(readability-identifier-naming)
+void PrintTo(const MacModel& model, std::ostream* out) {
     *out << model.name;
 }
 

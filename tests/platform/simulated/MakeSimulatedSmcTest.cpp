@@ -1,7 +1,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <stdexcept>
 #include <string>
 
 #include <gmock/gmock.h>
@@ -22,15 +21,13 @@ using testing::ElementsAre;
 /// A control file of its own for each test, gone afterwards.
 class MakeSimulatedSmcTest : public testing::Test {
 protected:
-    MakeSimulatedSmcTest() {
+    void SetUp() override {
         std::string pattern = testing::TempDir() + "corvane-simulation-XXXXXX";
-        if (mkdtemp(pattern.data()) == nullptr) {
-            throw std::runtime_error("no folder for the test");
-        }
+        ASSERT_NE(mkdtemp(pattern.data()), nullptr);
         folder = pattern;
         path = folder / "mac.conf";
     }
-    ~MakeSimulatedSmcTest() override { std::filesystem::remove_all(folder); }
+    void TearDown() override { std::filesystem::remove_all(folder); }
 
     std::unique_ptr<SmcConnection> make(const std::string& scenarioPath) {
         return makeSimulatedSmc([this] { return time.bootTime(); }, scenarioPath, log);

@@ -1,3 +1,4 @@
+#include <cmath>
 #include <limits>
 
 #include <gtest/gtest.h>
@@ -11,7 +12,7 @@ constexpr FanLimits limits{1000.0F, 5000.0F};
 constexpr double cold = 40.0;
 
 void run(SimulatedFan& fan, double seconds, double dieTemperature) {
-    for (int i = 0; i < static_cast<int>(seconds * 20.0 + 0.5); ++i) {
+    for (long i = 0; i < std::lround(seconds * 20.0); ++i) {
         fan.step(0.05, dieTemperature);
     }
 }
