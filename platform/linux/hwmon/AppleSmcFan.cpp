@@ -51,11 +51,12 @@ bool AppleSmcFan::adopt(const FanOriginals& originals) {
 }
 
 bool AppleSmcFan::takeOver() {
-    return manual_.write(manual) && isHeld() && drive(heldSpeed_).has_value();
+    return manual_.write(manual) && isHeld() == true && drive(heldSpeed_).has_value();
 }
 
-bool AppleSmcFan::isHeld() {
-    return manual_.read() == manual;
+std::optional<bool> AppleSmcFan::isHeld() {
+    const std::optional<std::int64_t> mode = manual_.read();
+    return mode ? std::optional(*mode == manual) : std::nullopt;
 }
 
 std::optional<float> AppleSmcFan::drive(float rpm) {

@@ -19,7 +19,7 @@ public:
     [[nodiscard]] std::optional<FanOriginals> observe() override;
     [[nodiscard]] bool adopt(const FanOriginals& originals) override;
     [[nodiscard]] bool takeOver() override;
-    [[nodiscard]] bool isHeld() override;
+    [[nodiscard]] std::optional<bool> isHeld() override;
     [[nodiscard]] std::optional<float> drive(float rpm) override;
     void driveFull() override;
     [[nodiscard]] bool handBack() override;

@@ -29,13 +29,8 @@ SmcResult FanCustody::force() {
     if (!driver_->range().isKnown()) {
         return SmcResult::badArgument;
     }
-    if (state_ == State::held && !ownsEntry()) {
-        yield("claimed by another process");
-    } else if (state_ == State::held && !driver_->isHeld()) {
-        yield("taken back by its controller");
-    }
     if (state_ == State::held) {
-        return SmcResult::success;
+        return keepHolding();
     }
     return isRefused_ || state_ == State::yielded ? SmcResult::notWritable : takeOver();
 }
@@ -47,7 +42,7 @@ SmcResult FanCustody::drive(float rpm) {
     if (!std::isfinite(rpm)) {
         return SmcResult::badArgument;
     }
-    if (state_ == State::left && rpm > 0.0F && driver_->isHeld() && claim()) {
+    if (state_ == State::left && rpm > 0.0F && driver_->isHeld() == true && claim()) {
         state_ = State::held;
     }
     if (state_ != State::held) {
@@ -58,8 +53,11 @@ SmcResult FanCustody::drive(float rpm) {
         return SmcResult::notWritable;
     }
     const std::optional<float> driven = driver_->drive(rpm);
-    target_ = driven.value_or(target_);
-    return driven ? SmcResult::success : SmcResult::notWritable;
+    if (!driven) {
+        return giveUp("given back: it does not take its speed");
+    }
+    target_ = *driven;
+    return SmcResult::success;
 }
 
 SmcResult FanCustody::release() {
@@ -79,7 +77,7 @@ bool FanCustody::isReleased() {
         case State::stuck:
             return false;
         case State::held:
-            return !driver_->isHeld() && driver_->isHandedBack();
+            return driver_->isHeld() == false && driver_->isHandedBack();
         case State::left:
         case State::yielded:
             return driver_ != nullptr && driver_->isHandedBack();
@@ -151,6 +149,29 @@ SmcResult FanCustody::takeOver() {
     target_ = 0.0F;
     complaint_ = {};
     return SmcResult::success;
+}
+
+SmcResult FanCustody::keepHolding() {
+    if (!ownsEntry()) {
+        yield("claimed by another process");
+        return SmcResult::notWritable;
+    }
+    const std::optional<bool> isHeld = driver_->isHeld();
+    if (!isHeld) {
+        return giveUp("given back: its mode cannot be read");
+    }
+    if (!*isHeld) {
+        yield("taken back by its controller");
+        return SmcResult::notWritable;
+    }
+    return SmcResult::success;
+}
+
+/// A fan that can no longer be relied on must not stay at the speed it happens to have.
+SmcResult FanCustody::giveUp(std::string_view reason) {
+    complain(reason);
+    static_cast<void>(handBack());
+    return SmcResult::notWritable;
 }
 
 bool FanCustody::ownsEntry() {

@@ -66,6 +66,8 @@ private:
     [[nodiscard]] bool claim();
     [[nodiscard]] bool claimIn(FanJournal::Entries& entries, std::string_view& refusal);
     [[nodiscard]] SmcResult takeOver();
+    [[nodiscard]] SmcResult keepHolding();
+    [[nodiscard]] SmcResult giveUp(std::string_view reason);
     [[nodiscard]] bool ownsEntry();
     void yield(std::string_view reason);
     [[nodiscard]] bool handBack();

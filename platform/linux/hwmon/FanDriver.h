@@ -55,8 +55,8 @@ public:
     /// Takes the fan and goes on with what it was doing. False when the hardware did not let go of it.
     [[nodiscard]] virtual bool takeOver() = 0;
 
-    /// Whether the fan is under manual control now, as far as this can be read.
-    [[nodiscard]] virtual bool isHeld() = 0;
+    /// Whether the fan is under manual control now; nothing when this cannot be read.
+    [[nodiscard]] virtual std::optional<bool> isHeld() = 0;
 
     /// Drives a fan that was taken over at `rpm`, which is finite, or at what it was doing then, whichever is
     /// more. The speed asked of the hardware, or nothing when it refused. Does not allocate.

@@ -20,7 +20,7 @@ namespace {
 constexpr mode_t ownerOnly = 0600;
 constexpr mode_t ownerOnlyFolder = 0700;
 /// Larger than any journal of `maxEntries`; what lies beyond is not read.
-constexpr std::size_t maxFileSize = 64 * 1024;
+constexpr std::size_t maxFileSize = 65'536;
 
 FileDescriptor openFile(const std::string& path, int flags) {
     return FileDescriptor(::open(path.c_str(), flags | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, ownerOnly));
@@ -69,10 +69,10 @@ FanJournal::FanJournal(std::string path, Log& log) : path_(std::move(path)), log
 const FanJournal::Entries& FanJournal::entries() {
     const Stamp now = stamp();
     if (loaded_ != now) {
-        std::optional<Entries> loaded = load();
-        // What could not be read is tried again by the next call.
-        loaded_ = loaded ? std::optional(now) : std::nullopt;
-        entries_ = std::move(loaded).value_or(Entries());
+        if (std::optional<Entries> loaded = load()) {
+            entries_ = std::move(*loaded);
+            loaded_ = now;
+        }
     }
     return entries_;
 }
@@ -92,7 +92,14 @@ bool FanJournal::update(const std::function<bool(Entries&)>& change) {
         return false;
     }
     std::optional<Entries> changed = load();
-    if (!changed || !change(*changed) || changed->size() > maxEntries || !replace(*changed)) {
+    if (!changed) {
+        return false;
+    }
+    const Entries before = *changed;
+    if (!change(*changed) || changed->size() > maxEntries) {
+        return false;
+    }
+    if (*changed != before && !replace(*changed)) {
         return false;
     }
     entries_ = std::move(*changed);

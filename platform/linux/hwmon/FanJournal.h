@@ -26,7 +26,7 @@ public:
     FanJournal(std::string path, Log& log);
 
     /// What the file holds now. Neither allocates nor reads while the file stays the same. Lines that are
-    /// damaged are left out and reported.
+    /// damaged are left out and reported. While the file cannot be read they are what they were.
     [[nodiscard]] const Entries& entries();
 
     /// The entry of `fan`, or null. Valid until the next call.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <tuple>
 #include <utility>
 
 #include "platform/linux/hwmon/AttributeName.h"
@@ -82,7 +83,8 @@ std::vector<ChipLocation> scanChips(Sysfs& sysfs) {
         }
     }
     std::stable_sort(chips.begin(), chips.end(), [](const ChipLocation& left, const ChipLocation& right) {
-        return left.identity < right.identity;
+        return std::tie(left.identity.device, left.identity.name) <
+               std::tie(right.identity.device, right.identity.name);
     });
     return chips;
 }

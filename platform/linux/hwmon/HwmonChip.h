@@ -18,7 +18,7 @@ struct ChipIdentity {
     /// Name its driver gives it, for example "nct6775".
     std::string name;
 
-    auto operator<=>(const ChipIdentity&) const = default;
+    bool operator==(const ChipIdentity&) const = default;
 };
 
 /// A chip where it was found.

@@ -111,12 +111,12 @@ SmcResult HwmonSmc::write(std::size_t index, std::span<const std::uint8_t> bytes
         return SmcResult::success;
     }
     FanCustody& custody = inventory_.fans[binding.index]->custody;
-    if (binding.kind == Kind::fanMode) {
-        return setMode(custody, bytes[0]);
+    const SmcResult result =
+        binding.kind == Kind::fanMode ? setMode(custody, bytes[0]) : setTarget(custody, bytes);
+    if (custody.isStuck()) {
+        startRetrying();
     }
-    float rpm = 0.0F;
-    std::memcpy(&rpm, bytes.data(), sizeof(float));
-    return custody.drive(rpm);
+    return result;
 }
 
 void HwmonSmc::declareKeys() {
@@ -191,11 +191,19 @@ SmcResult HwmonSmc::setMode(FanCustody& custody, std::uint8_t mode) {
     if (mode > forcedMode) {
         return SmcResult::badArgument;
     }
-    const SmcResult result = mode == forcedMode ? custody.force() : custody.release();
-    if (custody.isStuck() && retryQueue_ != nullptr && retryTimer_ == nullptr) {
+    return mode == forcedMode ? custody.force() : custody.release();
+}
+
+SmcResult HwmonSmc::setTarget(FanCustody& custody, std::span<const std::uint8_t> bytes) {
+    float rpm = 0.0F;
+    std::memcpy(&rpm, bytes.data(), sizeof rpm);
+    return custody.drive(rpm);
+}
+
+void HwmonSmc::startRetrying() {
+    if (retryQueue_ != nullptr && retryTimer_ == nullptr) {
         retryTimer_ = retryQueue_->every(retryInterval, retryInterval, [this] { retryHandBack(); });
     }
-    return result;
 }
 
 void HwmonSmc::retryHandBack() {

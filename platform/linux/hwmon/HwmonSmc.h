@@ -70,7 +70,9 @@ private:
     void declareTemperatures(std::vector<Binding>& bindings) const;
     [[nodiscard]] std::optional<float> number(const Binding& binding);
     [[nodiscard]] static std::optional<float> target(HwmonFan& fan);
-    SmcResult setMode(FanCustody& custody, std::uint8_t mode);
+    static SmcResult setMode(FanCustody& custody, std::uint8_t mode);
+    static SmcResult setTarget(FanCustody& custody, std::span<const std::uint8_t> bytes);
+    void startRetrying();
     void retryHandBack();
 
     std::unique_ptr<Sysfs> sysfs_;

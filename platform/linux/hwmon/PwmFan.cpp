@@ -79,11 +79,12 @@ bool PwmFan::takeOver() {
     if (watchdog_ && !watchdog_->write(watchdogSeconds)) {
         return false;
     }
-    return enable_.write(manual) && isHeld() && duty_.write(heldDuty());
+    return enable_.write(manual) && isHeld() == true && duty_.write(heldDuty());
 }
 
-bool PwmFan::isHeld() {
-    return enable_.read() == manual;
+std::optional<bool> PwmFan::isHeld() {
+    const std::optional<std::int64_t> enable = enable_.read();
+    return enable ? std::optional(*enable == manual) : std::nullopt;
 }
 
 std::optional<float> PwmFan::drive(float rpm) {

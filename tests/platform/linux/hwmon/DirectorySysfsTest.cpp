@@ -69,12 +69,14 @@ TEST(DirectorySysfs, ReadsAndWritesFromTheStartEachTime) {
 
 /// The connection as the helper uses it, over files.
 class HwmonThroughCsmc : public testing::Test {
+public:
+    ~HwmonThroughCsmc() override { csmc_use_connection(nullptr); }
+
 protected:
     explicit HwmonThroughCsmc(const machines::Machine& machine) : tree(machine) {
         csmc_use_connection(connection.get());
     }
     HwmonThroughCsmc() : HwmonThroughCsmc(board()) {}
-    ~HwmonThroughCsmc() override { csmc_use_connection(nullptr); }
 
     /// Firmware modes of one digit, so that what is written over them reads back from an ordinary file.
     static machines::Machine board() {

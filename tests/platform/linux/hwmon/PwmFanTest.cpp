@@ -195,17 +195,39 @@ TEST_F(PwmFan, IsNotBelievedToBeBackUntilItsModeReadsBack) {
     EXPECT_THAT(smc.ui8("F0Md"), Optional(0));
 }
 
-TEST_F(PwmFan, IsYieldedWhenItsDriverIsReloadedAndThenGivenBack) {
+TEST_F(PwmFan, IsGivenBackWhenItNoLongerTakesItsSpeed) {
+    EXPECT_EQ(smc.writeUi8("F0Md", 1), SmcResult::success);
+    rig.hardware.takeWrites();
+    attribute("pwm1").writeError = EIO;
+    EXPECT_EQ(smc.writeFlt("F0Tg", 2000.0F), SmcResult::notWritable);
+    EXPECT_THAT(rig.hardware.takeWrites(), ElementsAre("pwm1=170", "pwm1_enable=5"));
+    EXPECT_THAT(smc.ui8("F0Md"), Optional(0));
+    EXPECT_EQ(rig.journal(), "");
+}
+
+TEST_F(PwmFan, IsGivenBackWhenItsModeCanNoLongerBeRead) {
+    EXPECT_EQ(smc.writeUi8("F0Md", 1), SmcResult::success);
+    rig.hardware.takeWrites();
+    attribute("pwm1_enable").readError = EIO;
+    EXPECT_EQ(smc.writeUi8("F0Md", 1), SmcResult::notWritable);
+    EXPECT_THAT(rig.hardware.takeWrites(), ElementsAre("pwm1_enable=5", "pwm1=255")) << "and not believed";
+    EXPECT_THAT(smc.ui8("F0Md"), Optional(1));
+    attribute("pwm1_enable").readError = 0;
+    rig.time.advance(std::chrono::seconds(2));
+    EXPECT_THAT(smc.ui8("F0Md"), Optional(0));
+}
+
+TEST_F(PwmFan, IsGivenBackWhenItsDriverWasReloaded) {
     EXPECT_EQ(smc.writeUi8("F0Md", 1), SmcResult::success);
     rig.hardware.unplug(chip);
     EXPECT_EQ(smc.writeFlt("F0Tg", 2000.0F), SmcResult::notWritable);
+    EXPECT_THAT(smc.ui8("F0Md"), Optional(1)) << "nothing proves that it is back";
     chip.number = 6;
     rig.hardware.plug(chip);
-    EXPECT_EQ(smc.writeUi8("F0Md", 1), SmcResult::notWritable);
     rig.hardware.takeWrites();
-    rig.time.advance(std::chrono::seconds(3));
-    EXPECT_EQ(smc.writeUi8("F0Md", 0), SmcResult::success);
+    rig.time.advance(std::chrono::seconds(4));
     EXPECT_THAT(rig.hardware.takeWrites(), ElementsAre("pwm1_enable=5"));
+    EXPECT_THAT(smc.ui8("F0Md"), Optional(0));
     EXPECT_EQ(rig.journal(), "");
 }
 
