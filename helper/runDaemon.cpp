@@ -1,0 +1,80 @@
+#include "helper/runDaemon.h"
+
+#include "helper/DaemonLog.h"
+#include "helper/FanHelperService.h"
+#include "helper/ListenerDelegate.h"
+#include "smc/csmc.h"
+
+namespace corvane {
+
+namespace {
+
+constexpr std::string_view queueLabel = "de.tavrin.switchyard.daemon.queue";
+
+/// The SMC layer's process-wide connection, for as long as this lives.
+class SmcSession {
+public:
+    explicit SmcSession(SmcConnection& connection) { csmc_use_connection(&connection); }
+    SmcSession(const SmcSession&) = delete;
+    SmcSession& operator=(const SmcSession&) = delete;
+    ~SmcSession() { csmc_use_connection(nullptr); }
+};
+
+/// Fed from the service's queue, so that a queue that hangs with the fans forced ends in a restart, whose
+/// start-up reset hands them back.
+std::unique_ptr<Timer> feedFrom(SerialQueue& queue, ServiceWatchdog& watchdog) {
+    const Duration interval = watchdog.interval();
+    if (interval == Duration::zero()) {
+        return nullptr;
+    }
+    return queue.every(interval, interval, [&watchdog] { watchdog.feed(); });
+}
+
+}  // namespace
+
+int runDaemon(HelperPlatform& platform) {
+    Log& log = platform.log();
+    MainLoop& mainLoop = platform.mainLoop();
+    // Held from the first step on, so that no signal ends the process between taking a fan and being able to
+    // hand it back.
+    mainLoop.holdTerminationSignals();
+    const UserIds ids = platform.userIds();
+    logDaemon(log, " starting (uid={}, euid={})", ids.uid, ids.euid);
+
+    const auto queue = platform.makeQueue(queueLabel);
+    const auto smc = platform.makeSmcConnection(*queue);
+    const SmcSession session(*smc);
+    const auto sleepSetting = platform.makeSystemSleepSetting();
+    const auto suspendObserver = platform.makeSuspendObserver();
+    const auto watchdog = platform.makeServiceWatchdog();
+
+    auto service = FanHelperService::create(*queue, *sleepSetting, log);
+    auto watchdogFeed = feedFrom(*queue, *watchdog);
+    suspendObserver->observe([&] { queue->sync([&] { service->releaseBeforeSuspend(); }); });
+
+    ListenerDelegate delegate(service);
+    auto listener = platform.makeListener();
+    const auto failure = listener->resume(delegate);
+    if (failure) {
+        logDaemon(log, ": cannot listen on {}: {}", FanHelperProtocol::serviceName, *failure);
+        mainLoop.exit(1);
+    } else {
+        mainLoop.onTerminationSignal([&] {
+            logDaemon(log, ": received termination signal — releasing to Apple");
+            mainLoop.exit(0);
+        });
+        logDaemon(log, ": listening on {}", FanHelperProtocol::serviceName);
+    }
+    const int status = mainLoop.run();
+
+    listener.reset();
+    queue->sync([&] {
+        service->emergencyRelease();
+        watchdogFeed.reset();
+        delegate = ListenerDelegate(nullptr);
+        service.reset();
+    });
+    return status;
+}
+
+}  // namespace corvane
