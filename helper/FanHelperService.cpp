@@ -135,11 +135,14 @@ void FanHelperService::markContact() {
 }
 
 void FanHelperService::pingWithReply(Reply reply) {
-    onQueue([](FanHelperService* service) {
-        if (service != nullptr) {
-            service->markContact();
-        }
-    });
+    if (!isMarkQueued_.exchange(true)) {
+        onQueue([](FanHelperService* service) {
+            if (service != nullptr) {
+                service->isMarkQueued_ = false;
+                service->markContact();
+            }
+        });
+    }
     reply(true, fmt::format("Corvane daemon alive, fans={}", fanCount_));
 }
 

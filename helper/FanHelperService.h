@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -87,6 +88,8 @@ private:
     bool isBoosted_ = false;
     bool lidStayAwake_ = false;
     BootTime lastContact_;
+    /// A contact mark waits in the queue: one stands for all pings that arrive meanwhile, however many.
+    std::atomic<bool> isMarkQueued_ = false;
     /// Learnt at start-up and never changed: `pingWithReply` reads the count on other threads.
     int fanCount_ = 0;
     std::vector<FanKeys> fanKeys_;

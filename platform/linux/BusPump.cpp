@@ -1,0 +1,80 @@
+#include "platform/linux/BusPump.h"
+
+#include <utility>
+
+#include <asio/post.hpp>
+#include <poll.h>
+#include <sdbus-c++/Error.h>
+
+namespace corvane {
+
+namespace {
+
+/// Messages handled in one go before signals and replies get their turn.
+constexpr int messagesPerRound = 32;
+
+}  // namespace
+
+BusPump::BusPump(asio::io_context& context, sdbus::IConnection& connection,
+                 std::function<void(const std::string&)> onLost)
+    : context_(context),
+      connection_(connection),
+      onLost_(std::move(onLost)),
+      descriptor_(context, connection.getEventLoopPollData().fd) {}
+
+BusPump::~BusPump() {
+    // The descriptor is the connection's.
+    descriptor_.release();
+}
+
+void BusPump::process() {
+    try {
+        for (int handled = 0; connection_.processPendingRequest(); ++handled) {
+            if (handled == messagesPerRound) {
+                asio::post(context_, [self = std::weak_ptr(self_)] {
+                    if (const auto pump = self.lock()) {
+                        (*pump)->process();
+                    }
+                });
+                return;
+            }
+        }
+        arm();
+    } catch (const sdbus::Error& error) {
+        onLost_(error.getMessage());
+    }
+}
+
+void BusPump::send(const std::function<void()>& sending) {
+    try {
+        sending();
+        arm();
+    } catch (const sdbus::Error&) {
+        // The next `process` finds out and tells.
+    }
+}
+
+void BusPump::arm() {
+    const short events = connection_.getEventLoopPollData().events;
+    await(asio::posix::stream_descriptor::wait_read, isReading_);
+    if ((events & POLLOUT) != 0) {
+        await(asio::posix::stream_descriptor::wait_write, isWriting_);
+    }
+}
+
+void BusPump::await(asio::posix::stream_descriptor::wait_type type, bool& isWaiting) {
+    if (isWaiting) {
+        return;
+    }
+    isWaiting = true;
+    descriptor_.async_wait(type, [self = std::weak_ptr(self_), &isWaiting](const std::error_code& error) {
+        const auto pump = self.lock();
+        if (error || !pump) {
+            return;
+        }
+        isWaiting = false;
+        (*pump)->process();
+    });
+}
+
+}  // namespace corvane

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include <asio/io_context.hpp>
+#include <asio/posix/stream_descriptor.hpp>
+#include <sdbus-c++/IConnection.h>
+
+namespace corvane {
+
+/// Runs a bus connection's input and output on an event loop. Belongs to the loop's thread.
+class BusPump {
+public:
+    /// `onLost` runs once, with the reason, when the bus has gone away; the connection is dead then.
+    BusPump(asio::io_context& context, sdbus::IConnection& connection,
+            std::function<void(const std::string&)> onLost);
+    BusPump(const BusPump&) = delete;
+    BusPump& operator=(const BusPump&) = delete;
+    ~BusPump();
+
+    /// Handles what has arrived and waits for more. Called once to begin with.
+    void process();
+
+    /// Runs `sending`, which sends a message outside of a handler, and sees to it that all of it goes out. A
+    /// bus that has gone away swallows it.
+    void send(const std::function<void()>& sending);
+
+private:
+    void arm();
+    void await(asio::posix::stream_descriptor::wait_type type, bool& isWaiting);
+
+    asio::io_context& context_;
+    sdbus::IConnection& connection_;
+    std::function<void(const std::string&)> onLost_;
+    asio::posix::stream_descriptor descriptor_;
+    /// Waits and posts that outlive the pump find this expired.
+    std::shared_ptr<BusPump*> self_ = std::make_shared<BusPump*>(this);
+    bool isReading_ = false;
+    bool isWriting_ = false;
+};
+
+}  // namespace corvane

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include <sdbus-c++/IConnection.h>
+
+namespace corvane {
+
+/// The bus that carries the helper: "system", "session", or a D-Bus address.
+struct HelperBus {
+    std::string name = "system";
+
+    /// Connects; throws sdbus::Error.
+    [[nodiscard]] std::unique_ptr<sdbus::IConnection> connect() const {
+        if (name == "system") {
+            return sdbus::createSystemBusConnection();
+        }
+        if (name == "session") {
+            return sdbus::createSessionBusConnection();
+        }
+        return sdbus::createSessionBusConnectionWithAddress(name);
+    }
+};
+
+/// Where the helper's service is found on its bus.
+namespace HelperAddress {
+inline constexpr const char* busName = "de.tavrin.corvane.smchelper";
+inline constexpr const char* objectPath = "/de/tavrin/corvane/smchelper";
+inline constexpr const char* interface = "de.tavrin.corvane.FanHelperProtocol";
+}  // namespace HelperAddress
+
+}  // namespace corvane

@@ -1,0 +1,67 @@
+#include "platform/linux/LogindObserver.h"
+
+#include <utility>
+
+#include <sdbus-c++/sdbus-c++.h>
+
+#include "platform/linux/LogindLock.h"
+
+namespace corvane {
+
+LogindObserver::LogindObserver(asio::io_context& context, Log& log, std::function<void()> onRestart)
+    : context_(context), log_(log), onRestart_(std::move(onRestart)) {}
+
+void LogindObserver::observe(std::function<void()> beforeSuspend) {
+    beforeSuspend_ = std::move(beforeSuspend);
+    try {
+        connection_ = sdbus::createSystemBusConnection();
+        subscribe();
+    } catch (const sdbus::Error& error) {
+        log_.write("Corvane daemon: no login manager, suspends will not be noticed: " + error.getMessage());
+        connection_.reset();
+        return;
+    }
+    takeDelayLock();
+    pump_ = std::make_unique<BusPump>(context_, *connection_, [this](const std::string& reason) {
+        log_.write("Corvane daemon: lost the login manager: " + reason);
+    });
+    pump_->process();
+}
+
+void LogindObserver::subscribe() {
+    manager_ = sdbus::createProxy(*connection_, Logind::busName, Logind::objectPath);
+    manager_->uponSignal("PrepareForSleep").onInterface(Logind::interface).call([this](bool isGoingDown) {
+        prepareForSleep(isGoingDown);
+    });
+    manager_->finishRegistration();
+
+    bus_ = sdbus::createProxy(*connection_, "org.freedesktop.DBus", "/org/freedesktop/DBus");
+    bus_->uponSignal("NameOwnerChanged")
+        .onInterface("org.freedesktop.DBus")
+        .call([this](const std::string& name, const std::string&, const std::string& newOwner) {
+            if (name == Logind::busName && !newOwner.empty()) {
+                takeDelayLock();
+                onRestart_();
+            }
+        });
+    bus_->finishRegistration();
+}
+
+void LogindObserver::takeDelayLock() {
+    try {
+        delayLock_ = Logind::takeLock(*manager_, "sleep", "Fans are handed back before sleep", "delay");
+    } catch (const sdbus::Error& error) {
+        log_.write("Corvane daemon: suspends cannot be delayed: " + error.getMessage());
+    }
+}
+
+void LogindObserver::prepareForSleep(bool isGoingDown) {
+    if (!isGoingDown) {
+        takeDelayLock();
+        return;
+    }
+    beforeSuspend_();
+    delayLock_.reset();
+}
+
+}  // namespace corvane

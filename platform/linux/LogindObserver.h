@@ -1,0 +1,42 @@
+#pragma once
+
+#include <memory>
+
+#include <asio/io_context.hpp>
+#include <sdbus-c++/IConnection.h>
+#include <sdbus-c++/IProxy.h>
+#include <sdbus-c++/Types.h>
+
+#include "platform/Log.h"
+#include "platform/SuspendObserver.h"
+#include "platform/linux/BusPump.h"
+
+namespace corvane {
+
+/// Hears of suspends from the login manager, and delays each with a lock until it was heard. Main thread.
+///
+/// Without a login manager nothing is ever heard, and one line in the log says so.
+class LogindObserver final : public SuspendObserver {
+public:
+    /// `onRestart` runs when the login manager has come up anew. All arguments outlive the observer.
+    LogindObserver(asio::io_context& context, Log& log, std::function<void()> onRestart);
+
+    void observe(std::function<void()> beforeSuspend) override;
+
+private:
+    void subscribe();
+    void takeDelayLock();
+    void prepareForSleep(bool isGoingDown);
+
+    asio::io_context& context_;
+    Log& log_;
+    std::function<void()> onRestart_;
+    std::function<void()> beforeSuspend_;
+    std::unique_ptr<sdbus::IConnection> connection_;
+    std::unique_ptr<sdbus::IProxy> manager_;
+    std::unique_ptr<sdbus::IProxy> bus_;
+    std::unique_ptr<BusPump> pump_;
+    sdbus::UnixFd delayLock_;
+};
+
+}  // namespace corvane
