@@ -33,7 +33,7 @@ std::vector<StatusRecord> fansOf(const StatusRecord& status) {
 }
 
 std::string describeFan(const StatusRecord& fan) {
-    return fmt::format("fan {} {:>4} RPM, target {:>4}, {:<8}", valueOr(fan, StatusKey::index, 0),
+    return fmt::format("fan {} {:>4} → {:>4} RPM {:<8}", valueOr(fan, StatusKey::index, 0),
                        valueOr(fan, StatusKey::currentRPM, 0), valueOr(fan, StatusKey::targetRPM, 0),
                        valueOr(fan, StatusKey::mode, 0) == 0 ? "firmware" : "forced");
 }
