@@ -38,13 +38,23 @@ helper_is() {
 
 # --- devices --------------------------------------------------------------------------------------------------
 
+# attribute hwmonN NAME VALUE: a number that can be read and written like an attribute of a driver, where what is
+# written replaces what was there. An ordinary file would keep the rest of a longer value, so each attribute is a
+# file of the kernel's that holds any whole number and does nothing with it: the depth limit of an empty control group.
+attribute() {
+    inside mkdir "/sys/fs/cgroup/$1.$2"
+    touch "$hwmon/$1/$2"
+    inside mount --bind "/sys/fs/cgroup/$1.$2/cgroup.max.depth" "/sys/class/hwmon/$1/$2"
+    echo "$3" >"$hwmon/$1/$2"
+}
+
 # plug_in_board hwmonN CHIP MODE: one fan at 900 RPM that the chip's firmware holds at a duty of 77 in MODE.
 plug_in_board() {
     mkdir "$hwmon/$1"
     echo "$2" >"$hwmon/$1/name"
     echo 900 >"$hwmon/$1/fan1_input"
-    echo 77 >"$hwmon/$1/pwm1"
-    echo "$3" >"$hwmon/$1/pwm1_enable"
+    attribute "$1" pwm1 77
+    attribute "$1" pwm1_enable "$3"
 }
 
 # plug_in_processor hwmonN: a sensor at 45 °C.
@@ -52,12 +62,12 @@ plug_in_processor() {
     mkdir "$hwmon/$1"
     echo coretemp >"$hwmon/$1/name"
     echo "Package id 0" >"$hwmon/$1/temp1_label"
-    echo 45000 >"$hwmon/$1/temp1_input"
+    attribute "$1" temp1_input 45000
 }
 
-# heat hwmonN MILLIDEGREES. In one write and without truncation, so that the file is never seen empty.
+# heat hwmonN MILLIDEGREES
 heat() {
-    printf '%s\n' "$2" 1<>"$hwmon/$1/temp1_input"
+    echo "$2" >"$hwmon/$1/temp1_input"
 }
 
 fan_mode() {
