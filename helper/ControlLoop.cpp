@@ -32,7 +32,8 @@ constexpr std::uint32_t manual = 1;
 
 int targetRpm(double percent, int minRPM, int maxRPM) {
     const std::int64_t range = std::max<std::int64_t>(0, static_cast<std::int64_t>(maxRPM) - minRPM);
-    return minRPM + static_cast<int>(percent * static_cast<double>(range) / 100);
+    const auto aboveMinimum = static_cast<std::int64_t>(percent * static_cast<double>(range) / 100);
+    return static_cast<int>(minRPM + aboveMinimum);
 }
 
 }  // namespace
