@@ -88,12 +88,14 @@ void AsioSerialQueue::async(Work work) {
 /// Runs one piece of work and comes back for the next by way of the event loop, which looks at its timers in
 /// between.
 void AsioSerialQueue::runNext() {
-    Work* next = nullptr;
+    Work next;
     {
         const std::lock_guard lock(mutex_);
-        next = &waiting_.front();
+        next = std::move(waiting_.front());
     }
-    (*next)();
+    next();
+    // What the work held goes before the lock is taken: it may hand over more.
+    next = nullptr;
     const std::lock_guard lock(mutex_);
     waiting_.pop_front();
     if (!waiting_.empty()) {
