@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include <poll.h>
+#include <sdbus-c++/sdbus-c++.h>
+
+namespace corvane {
+
+/// One program that calls the helper, with a bus connection of its own. One thread; answers arrive in
+/// `process` only.
+class BusCaller {
+public:
+    /// Connects to the bus at `address`; throws sdbus::Error.
+    explicit BusCaller(const std::string& address);
+    BusCaller(const BusCaller&) = delete;
+    BusCaller& operator=(const BusCaller&) = delete;
+
+    /// Asks for a floor; returns before the answer.
+    void setFloor(double percent);
+    void ping();
+    /// From now on calls again with every answer, `ping` and `getStatus` in turn.
+    void callOnAndOn();
+    void stop() { isCallingOn_ = false; }
+
+    /// What to wait for until `process` has something to do.
+    [[nodiscard]] pollfd interest() const;
+    void process();
+    /// Processes until the call under way is answered. False when that takes longer than 5 s.
+    bool awaitAnswer();
+
+    [[nodiscard]] std::uint64_t answers() const { return answers_; }
+    /// Of these, how many were errors.
+    [[nodiscard]] std::uint64_t errors() const { return errors_; }
+
+private:
+    void callNext();
+    void take(const sdbus::Error* error);
+    template <typename... Results, typename... Arguments>
+    void call(const std::string& method, Arguments... arguments);
+
+    std::unique_ptr<sdbus::IConnection> connection_;
+    std::unique_ptr<sdbus::IProxy> proxy_;
+    bool isCallingOn_ = false;
+    bool isWaiting_ = false;
+    std::uint64_t answers_ = 0;
+    std::uint64_t errors_ = 0;
+};
+
+}  // namespace corvane

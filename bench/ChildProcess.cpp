@@ -1,0 +1,47 @@
+#include "bench/ChildProcess.h"
+
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+#include <system_error>
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace corvane {
+
+ChildProcess::ChildProcess(std::vector<std::string> command, const Environment& environment) {
+    std::vector<char*> arguments;
+    for (std::string& argument : command) {
+        arguments.push_back(argument.data());
+    }
+    arguments.push_back(nullptr);
+    id_ = ::fork();
+    if (id_ < 0) {
+        throw std::system_error(errno, std::generic_category(), command[0]);
+    }
+    if (id_ == 0) {
+        for (const auto& [name, value] : environment) {
+            ::setenv(name.c_str(), value.c_str(), 1);
+        }
+        ::execvp(arguments[0], arguments.data());
+        ::_exit(127);
+    }
+}
+
+ChildProcess::~ChildProcess() {
+    if (id_ > 0) {
+        end(SIGTERM);
+    }
+}
+
+int ChildProcess::end(int signal) {
+    ::kill(id_, signal);
+    int status = 0;
+    while (::waitpid(id_, &status, 0) < 0 && errno == EINTR) {
+    }
+    id_ = -1;
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+}  // namespace corvane

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "bench/ChildProcess.h"
+#include "bench/HwmonTree.h"
+
+namespace corvane {
+
+/// A real helper process on a private bus and on attribute files of its own.
+class MeasuredHelper {
+public:
+    /// `corvane` is the program's path. Throws when the helper does not answer within 10 s.
+    explicit MeasuredHelper(const std::string& corvane);
+
+    [[nodiscard]] const HwmonTree& tree() const { return tree_; }
+    [[nodiscard]] const std::string& busAddress() const { return address_; }
+    [[nodiscard]] int id() const { return helper_.id(); }
+
+    /// A figure of /proc/<id>/status, such as "VmRSS": KiB, or a plain number. Throws when there is none.
+    [[nodiscard]] double statusFigure(const std::string& name) const;
+    /// Processor time of all its threads so far, ns.
+    [[nodiscard]] std::uint64_t processorTime() const;
+
+    /// Ends it with SIGTERM; its exit status.
+    int stop();
+
+private:
+    HwmonTree tree_;
+    std::string address_ = "unix:path=" + tree_.runFolder() + "/bus";
+    ChildProcess bus_;
+    ChildProcess helper_;
+};
+
+}  // namespace corvane

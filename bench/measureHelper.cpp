@@ -1,0 +1,274 @@
+// Measures the real helper process: its memory, the time from a call to the fan, what a held fan costs, and
+// how steady its control loop stays under load.
+//
+//   measure-helper CORVANE [RUNS] [SECONDS]
+//
+// CORVANE is the program, RUNS how often everything is measured (3), SECONDS how long each load lasts (30).
+
+#include <atomic>
+#include <charconv>
+#include <cmath>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include <fmt/format.h>
+#include <pthread.h>
+#include <sys/resource.h>
+
+#include "bench/BusCaller.h"
+#include "bench/DutyWatch.h"
+#include "bench/Figures.h"
+#include "bench/MeasuredHelper.h"
+
+namespace corvane {
+namespace {
+
+using namespace std::chrono_literals;
+using Clock = DutyWatch::Clock;
+using Milliseconds = std::chrono::duration<double, std::milli>;
+
+constexpr double tickMs = 400.0;
+constexpr int calls = 2000;
+
+/// Floors with exact duties of the nominal range, all above what the firmware does.
+struct Floor {
+    double percent;
+    int duty;
+};
+constexpr Floor low{40.0, 102};
+constexpr Floor high{80.0, 204};
+
+void setFloor(BusCaller& caller, double percent) {
+    caller.setFloor(percent);
+    if (!caller.awaitAnswer() || caller.errors() != 0) {
+        throw std::runtime_error("the helper refuses a floor");
+    }
+}
+
+void measureMemory(const MeasuredHelper& helper, const std::string& when, Figures& figures) {
+    figures.add("resident memory, " + when, "MiB", helper.statusFigure("VmRSS") / 1024);
+    figures.add("resident memory of its own, " + when, "MiB", helper.statusFigure("RssAnon") / 1024);
+    figures.add("threads, " + when, "", helper.statusFigure("Threads"));
+}
+
+/// From just before a call is sent until the fan's file is seen to hold what it asks for.
+double callToFan(BusCaller& caller, DutyWatch& watch, const Floor& floor) {
+    watch.forget();
+    const Clock::time_point start = Clock::now();
+    caller.setFloor(floor.percent);
+    while (const auto seen = watch.nextWrite(start + 1s)) {
+        // A tick may write the previous duty in between.
+        if (watch.duty() == floor.duty) {
+            return Milliseconds(*seen - start).count();
+        }
+    }
+    throw std::runtime_error("a call does not reach the fan");
+}
+
+void measureCallToFan(const MeasuredHelper& helper, BusCaller& caller, Figures& figures) {
+    DutyWatch watch(helper.tree().dutyFile());
+    std::vector<double> times;
+    for (int i = 0; i < calls; ++i) {
+        times.push_back(callToFan(caller, watch, i % 2 == 0 ? high : low));
+        if (!caller.awaitAnswer()) {
+            throw std::runtime_error("a call is not answered");
+        }
+        // Callers come one by one, to a helper that has gone to sleep again.
+        std::this_thread::sleep_for(3ms);
+    }
+    figures.add("call to fan, median", "ms", quantileOf(times, 0.5));
+    figures.add("call to fan, 99 %", "ms", quantileOf(times, 0.99));
+    figures.add("call to fan, longest", "ms", quantileOf(times, 1.0));
+}
+
+/// Notes every write to the fan on a thread of its own, which goes before the others if the system lets it.
+class TickRecorder {
+public:
+    explicit TickRecorder(const std::string& dutyFile) : watch_(dutyFile), thread_([this] { record(); }) {
+        sched_param priority{};
+        priority.sched_priority = 1;
+        goesFirst_ = pthread_setschedparam(thread_.native_handle(), SCHED_FIFO, &priority) == 0;
+    }
+    TickRecorder(const TickRecorder&) = delete;
+    TickRecorder& operator=(const TickRecorder&) = delete;
+    ~TickRecorder() { stop(); }
+
+    /// False: the recorder itself may be late, so that ticks look less steady than they are.
+    [[nodiscard]] bool goesFirst() const { return goesFirst_; }
+
+    /// Ends it. When the writes were seen.
+    const std::vector<Clock::time_point>& stop() {
+        isDone_ = true;
+        if (thread_.joinable()) {
+            thread_.join();
+        }
+        return writes_;
+    }
+
+private:
+    void record() {
+        while (!isDone_) {
+            if (const auto write = watch_.nextWrite(Clock::now() + 500ms)) {
+                writes_.push_back(*write);
+            }
+        }
+    }
+
+    DutyWatch watch_;
+    std::atomic<bool> isDone_ = false;
+    std::vector<Clock::time_point> writes_;
+    bool goesFirst_ = false;
+    std::thread thread_;
+};
+
+/// How far the distances of the writes are from the tick's period, ms.
+std::vector<double> deviations(const std::vector<Clock::time_point>& writes) {
+    std::vector<double> result;
+    for (std::size_t i = 1; i < writes.size(); ++i) {
+        result.push_back(std::abs(Milliseconds(writes[i] - writes[i - 1]).count() - tickMs));
+    }
+    return result;
+}
+
+/// Lets the callers work until `deadline`.
+void serve(std::vector<std::unique_ptr<BusCaller>>& callers, Clock::time_point deadline) {
+    std::vector<pollfd> waiting(callers.size());
+    while (Clock::now() < deadline) {
+        for (std::size_t i = 0; i < callers.size(); ++i) {
+            waiting[i] = callers[i]->interest();
+        }
+        ::poll(waiting.data(), waiting.size(), 100);
+        for (std::size_t i = 0; i < callers.size(); ++i) {
+            if (waiting[i].revents != 0) {
+                callers[i]->process();
+            }
+        }
+    }
+}
+
+/// The helper's client makes sure that it is not taken for gone.
+void keepInTouch(BusCaller& client, Clock::time_point deadline) {
+    while (Clock::now() < deadline) {
+        client.ping();
+        client.awaitAnswer();
+        std::this_thread::sleep_for(1s);
+    }
+}
+
+void measureSteadiness(const MeasuredHelper& helper, BusCaller& client, std::size_t callerCount,
+                       std::chrono::seconds duration, Figures& figures) {
+    std::vector<std::unique_ptr<BusCaller>> callers;
+    for (std::size_t i = 0; i < callerCount; ++i) {
+        callers.push_back(std::make_unique<BusCaller>(helper.busAddress()));
+    }
+    // Connecting takes a while.
+    setFloor(client, low.percent);
+    for (const auto& caller : callers) {
+        caller->callOnAndOn();
+    }
+    const std::uint64_t processorBefore = helper.processorTime();
+    const Clock::time_point start = Clock::now();
+    TickRecorder recorder(helper.tree().dutyFile());
+    if (callers.empty()) {
+        keepInTouch(client, start + duration);
+    } else {
+        serve(callers, start + duration);
+    }
+    const std::vector<double> off = deviations(recorder.stop());
+    const double elapsedMs = Milliseconds(Clock::now() - start).count();
+    const double processorMs = static_cast<double>(helper.processorTime() - processorBefore) / 1e6;
+
+    if (static_cast<double>(off.size()) < elapsedMs / tickMs / 2) {
+        throw std::runtime_error("the control loop has stopped");
+    }
+    std::uint64_t answers = 0;
+    std::uint64_t errors = 0;
+    for (const auto& caller : callers) {
+        caller->stop();
+        answers += caller->answers();
+        errors += caller->errors();
+    }
+    const std::string load = fmt::format("{} callers: ", callerCount);
+    figures.add(load + "answers", "per s", static_cast<double>(answers) / elapsedMs * 1000);
+    figures.add(load + "errors", "", static_cast<double>(errors));
+    figures.add(load + "helper's processor time", "% of one", processorMs / elapsedMs * 100);
+    figures.add(load + "tick off 0.4 s, median", "ms", quantileOf(off, 0.5));
+    figures.add(load + "tick off 0.4 s, 99 %", "ms", quantileOf(off, 0.99));
+    figures.add(load + "tick off 0.4 s, most", "ms", quantileOf(off, 1.0));
+    if (!recorder.goesFirst()) {
+        fmt::print(stderr, "The recorder of the ticks has no real-time priority.\n");
+    }
+}
+
+void measureOnce(const std::string& corvane, std::chrono::seconds duration, Figures& figures) {
+    MeasuredHelper helper(corvane);
+    std::this_thread::sleep_for(1s);
+    measureMemory(helper, "idle", figures);
+
+    BusCaller client(helper.busAddress());
+    setFloor(client, low.percent);
+    measureCallToFan(helper, client, figures);
+    setFloor(client, low.percent);
+    for (const std::size_t callers : {0U, 1U, 100U, 1000U}) {
+        measureSteadiness(helper, client, callers, duration, figures);
+    }
+    measureMemory(helper, "after 1000 callers", figures);
+    if (helper.stop() != EXIT_SUCCESS) {
+        throw std::runtime_error("the helper ended badly");
+    }
+}
+
+/// A thousand connections need as many files, here and on the bus, which inherits this.
+void allowManyFiles() {
+    rlimit limit{};
+    ::getrlimit(RLIMIT_NOFILE, &limit);
+    limit.rlim_cur = limit.rlim_max;
+    ::setrlimit(RLIMIT_NOFILE, &limit);
+}
+
+/// The positive number in `text`; throws.
+int numberIn(const std::string& text) {
+    int number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc() || end != text.data() + text.size() || number <= 0) {
+        throw std::invalid_argument("not a positive number: " + text);
+    }
+    return number;
+}
+
+void measure(const std::vector<std::string>& arguments) {
+    const int runs = arguments.size() > 1 ? numberIn(arguments[1]) : 3;
+    const std::chrono::seconds duration(arguments.size() > 2 ? numberIn(arguments[2]) : 30);
+    allowManyFiles();
+    Figures figures;
+    for (int run = 1; run <= runs; ++run) {
+        fmt::print(stderr, "run {} of {}\n", run, runs);
+        measureOnce(arguments[0], duration, figures);
+    }
+    figures.print();
+}
+
+}  // namespace
+}  // namespace corvane
+
+int main(int argc, char** argv) {
+    const std::vector<std::string> arguments(argv + 1, argv + argc);
+    if (arguments.empty() || arguments.size() > 3) {
+        fmt::print(stderr, "usage: measure-helper CORVANE [RUNS] [SECONDS]\n");
+        return EXIT_FAILURE;
+    }
+    try {
+        corvane::measure(arguments);
+    } catch (const std::exception& error) {
+        fmt::print(stderr, "measure-helper: {}\n", error.what());
+        return EXIT_FAILURE;
+    }
+    return EXIT_SUCCESS;
+}
