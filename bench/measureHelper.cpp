@@ -5,13 +5,10 @@
 //
 // CORVANE is the program, RUNS how often everything is measured (3), SECONDS how long each load lasts (30).
 
-#include <atomic>
 #include <charconv>
 #include <cmath>
-#include <csignal>
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -19,13 +16,14 @@
 #include <vector>
 
 #include <fmt/format.h>
-#include <pthread.h>
 #include <sys/resource.h>
 
 #include "bench/BusCaller.h"
 #include "bench/DutyWatch.h"
 #include "bench/Figures.h"
 #include "bench/MeasuredHelper.h"
+#include "bench/SystemCalls.h"
+#include "bench/TickRecorder.h"
 
 namespace corvane {
 namespace {
@@ -35,7 +33,7 @@ using Clock = DutyWatch::Clock;
 using Milliseconds = std::chrono::duration<double, std::milli>;
 
 constexpr double tickMs = 400.0;
-constexpr int calls = 2000;
+constexpr int callsToTheFan = 2000;
 
 /// Floors with exact duties of the nominal range, all above what the firmware does.
 struct Floor {
@@ -75,7 +73,7 @@ double callToFan(BusCaller& caller, DutyWatch& watch, const Floor& floor) {
 void measureCallToFan(const MeasuredHelper& helper, BusCaller& caller, Figures& figures) {
     DutyWatch watch(helper.tree().dutyFile());
     std::vector<double> times;
-    for (int i = 0; i < calls; ++i) {
+    for (int i = 0; i < callsToTheFan; ++i) {
         times.push_back(callToFan(caller, watch, i % 2 == 0 ? high : low));
         if (!caller.awaitAnswer()) {
             throw std::runtime_error("a call is not answered");
@@ -88,46 +86,6 @@ void measureCallToFan(const MeasuredHelper& helper, BusCaller& caller, Figures& 
     figures.add("call to fan, longest", "ms", quantileOf(times, 1.0));
 }
 
-/// Notes every write to the fan on a thread of its own, which goes before the others if the system lets it.
-class TickRecorder {
-public:
-    explicit TickRecorder(const std::string& dutyFile) : watch_(dutyFile), thread_([this] { record(); }) {
-        sched_param priority{};
-        priority.sched_priority = 1;
-        goesFirst_ = pthread_setschedparam(thread_.native_handle(), SCHED_FIFO, &priority) == 0;
-    }
-    TickRecorder(const TickRecorder&) = delete;
-    TickRecorder& operator=(const TickRecorder&) = delete;
-    ~TickRecorder() { stop(); }
-
-    /// False: the recorder itself may be late, so that ticks look less steady than they are.
-    [[nodiscard]] bool goesFirst() const { return goesFirst_; }
-
-    /// Ends it. When the writes were seen.
-    const std::vector<Clock::time_point>& stop() {
-        isDone_ = true;
-        if (thread_.joinable()) {
-            thread_.join();
-        }
-        return writes_;
-    }
-
-private:
-    void record() {
-        while (!isDone_) {
-            if (const auto write = watch_.nextWrite(Clock::now() + 500ms)) {
-                writes_.push_back(*write);
-            }
-        }
-    }
-
-    DutyWatch watch_;
-    std::atomic<bool> isDone_ = false;
-    std::vector<Clock::time_point> writes_;
-    bool goesFirst_ = false;
-    std::thread thread_;
-};
-
 /// How far the distances of the writes are from the tick's period, ms.
 std::vector<double> deviations(const std::vector<Clock::time_point>& writes) {
     std::vector<double> result;
@@ -135,6 +93,22 @@ std::vector<double> deviations(const std::vector<Clock::time_point>& writes) {
         result.push_back(std::abs(Milliseconds(writes[i] - writes[i - 1]).count() - tickMs));
     }
     return result;
+}
+
+/// What a held fan costs between requests. The time is shorter than the helper waits for a sign of its
+/// client.
+void measureSystemCalls(const MeasuredHelper& helper, BusCaller& client, Figures& figures) {
+    setFloor(client, low.percent);
+    const auto calls = countSystemCalls(helper.id(), 5s, helper.tree().runFolder());
+    const double ticks = calls["pwrite64"] / HwmonTree::fans;
+    if (ticks == 0) {
+        fmt::print(stderr, "System calls are not counted: strace is missing or may not trace.\n");
+        return;
+    }
+    figures.add("system calls per tick", "", calls.total() / ticks);
+    figures.add("reads (pread64) per tick", "", calls["pread64"] / ticks);
+    figures.add("writes (pwrite64) per tick", "", calls["pwrite64"] / ticks);
+    figures.add("looks at the journal (newfstatat) per tick", "", calls["newfstatat"] / ticks);
 }
 
 /// Lets the callers work until `deadline`.
@@ -196,8 +170,10 @@ void measureSteadiness(const MeasuredHelper& helper, BusCaller& client, std::siz
         errors += caller->errors();
     }
     const std::string load = fmt::format("{} callers: ", callerCount);
-    figures.add(load + "answers", "per s", static_cast<double>(answers) / elapsedMs * 1000);
-    figures.add(load + "errors", "", static_cast<double>(errors));
+    if (!callers.empty()) {
+        figures.add(load + "answers", "per s", static_cast<double>(answers) / elapsedMs * 1000);
+        figures.add(load + "errors", "", static_cast<double>(errors));
+    }
     figures.add(load + "helper's processor time", "% of one", processorMs / elapsedMs * 100);
     figures.add(load + "tick off 0.4 s, median", "ms", quantileOf(off, 0.5));
     figures.add(load + "tick off 0.4 s, 99 %", "ms", quantileOf(off, 0.99));
@@ -216,6 +192,7 @@ void measureOnce(const std::string& corvane, std::chrono::seconds duration, Figu
     setFloor(client, low.percent);
     measureCallToFan(helper, client, figures);
     setFloor(client, low.percent);
+    measureSystemCalls(helper, client, figures);
     for (const std::size_t callers : {0U, 1U, 100U, 1000U}) {
         measureSteadiness(helper, client, callers, duration, figures);
     }
