@@ -12,6 +12,7 @@ namespace corvane {
 
 ChildProcess::ChildProcess(std::vector<std::string> command, const Environment& environment) {
     std::vector<char*> arguments;
+    arguments.reserve(command.size() + 1);
     for (std::string& argument : command) {
         arguments.push_back(argument.data());
     }

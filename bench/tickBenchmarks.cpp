@@ -81,6 +81,8 @@ BENCHMARK(bareReads)->Name("bare/60-reads");
 /// Remembers the last time of each benchmark; with repetitions, their median.
 class TimesReporter final : public benchmark::ConsoleReporter {
 public:
+    TimesReporter() : ConsoleReporter(OO_Tabular) {}
+
     void ReportRuns(const std::vector<Run>& runs) override {
         for (const Run& run : runs) {
             if (run.run_type == Run::RT_Iteration || run.aggregate_name == "median") {
