@@ -39,7 +39,6 @@ public:
         return *this;
     }
 
-    // NOLINTNEXTLINE(google-explicit-constructor): it is a record under construction.
     operator WireRecord() const { return bytes_; }
 
 private:
