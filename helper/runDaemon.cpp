@@ -3,22 +3,13 @@
 #include "helper/DaemonLog.h"
 #include "helper/FanHelperService.h"
 #include "helper/ListenerDelegate.h"
-#include "smc/csmc.h"
+#include "smc/SmcSession.h"
 
 namespace corvane {
 
 namespace {
 
 constexpr std::string_view queueLabel = "de.tavrin.switchyard.daemon.queue";
-
-/// The SMC layer's process-wide connection, for as long as this lives.
-class SmcSession {
-public:
-    explicit SmcSession(SmcConnection& connection) { csmc_use_connection(&connection); }
-    SmcSession(const SmcSession&) = delete;
-    SmcSession& operator=(const SmcSession&) = delete;
-    ~SmcSession() { csmc_use_connection(nullptr); }
-};
 
 /// Fed from the service's queue, so that a queue that hangs with the fans forced ends in a restart, whose
 /// start-up reset hands them back.
@@ -42,8 +33,7 @@ int runDaemon(HelperPlatform& platform) {
     logDaemon(log, " starting (uid={}, euid={})", ids.uid, ids.euid);
 
     const auto queue = platform.makeQueue(queueLabel);
-    const auto smc = platform.makeSmcConnection(*queue);
-    const SmcSession session(*smc);
+    const SmcSession session(platform.makeSmcConnection(*queue));
     const auto sleepSetting = platform.makeSystemSleepSetting();
     const auto suspendObserver = platform.makeSuspendObserver();
     const auto watchdog = platform.makeServiceWatchdog();

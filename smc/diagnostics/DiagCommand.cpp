@@ -2,11 +2,11 @@
 #include <cstdint>
 #include <string_view>
 
+#include "smc/SmcSession.h"
 #include "smc/csmc.h"
 #include "smc/diagnostics/FanKey.h"
 #include "smc/diagnostics/FanReport.h"
 #include "smc/diagnostics/PrintLine.h"
-#include "smc/diagnostics/SmcSession.h"
 #include "smc/diagnostics/WriteTests.h"
 #include "smc/diagnostics/diagnostics.h"
 
@@ -51,7 +51,7 @@ TestEnd runWriteTest(CommandPlatform& platform, std::string_view choice, int fan
 }  // namespace
 
 int runDiag(CommandPlatform& platform, std::span<const std::string> arguments) {
-    const SmcSession session(platform);
+    const SmcSession session(platform.makeSmcConnection());
     Console& console = platform.console();
     printLine(console, "=== Switchyard SMC Diagnostics ===");
     printLine(console, "running as root: {}", platform.isRoot());

@@ -4,9 +4,9 @@
 #include <optional>
 #include <string_view>
 
+#include "smc/SmcSession.h"
 #include "smc/csmc.h"
 #include "smc/diagnostics/PrintLine.h"
-#include "smc/diagnostics/SmcSession.h"
 #include "smc/diagnostics/diagnostics.h"
 
 namespace corvane {
@@ -76,7 +76,7 @@ bool writePair(Console& console, const std::string& specification, const std::st
 }  // namespace
 
 int runSmcWrite(CommandPlatform& platform, std::span<const std::string> arguments) {
-    const SmcSession session(platform);
+    const SmcSession session(platform.makeSmcConnection());
     if (const std::int32_t code = csmc_open(); code != 0) {
         printErrorLine(platform.console(), "csmc_open failed: {}", code);
         return cannotOpenStatus;

@@ -4,9 +4,9 @@
 
 #include "core/ThermalCurve.h"
 #include "smc/SmcReading.h"
+#include "smc/SmcSession.h"
 #include "smc/csmc.h"
 #include "smc/diagnostics/PrintLine.h"
-#include "smc/diagnostics/SmcSession.h"
 #include "smc/diagnostics/diagnostics.h"
 
 namespace corvane {
@@ -58,7 +58,7 @@ std::optional<SafetyReading> printSensors(Console& console) {
 }  // namespace
 
 int runTemps(CommandPlatform& platform) {
-    const SmcSession session(platform);
+    const SmcSession session(platform.makeSmcConnection());
     Console& console = platform.console();
     printLine(console, "=== Safety-Sensoren (CPU-Kerne + GPU) ===");
     if (const std::int32_t code = csmc_open(); code != 0) {

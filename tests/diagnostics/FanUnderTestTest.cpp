@@ -2,8 +2,8 @@
 #include <limits>
 #include <optional>
 
+#include "smc/SmcSession.h"
 #include "smc/diagnostics/FanUnderTest.h"
-#include "smc/diagnostics/SmcSession.h"
 #include "tests/diagnostics/DiagnosticsFixture.h"
 
 namespace corvane {
@@ -14,7 +14,7 @@ using std::chrono::milliseconds;
 class FanUnderTestRestores : public testing::Test {
 protected:
     DiagnosticsPlatform platform;
-    SmcSession session{platform};
+    SmcSession session{platform.makeSmcConnection()};
     SimulatedMac& mac = platform.machine.mac;
 };
 

@@ -4,7 +4,7 @@
 
 #include <gmock/gmock.h>
 
-#include "smc/diagnostics/SmcSession.h"
+#include "smc/SmcSession.h"
 #include "smc/diagnostics/WriteTests.h"
 #include "tests/diagnostics/DiagnosticsFixture.h"
 
@@ -32,7 +32,7 @@ struct WriteTestRun {
     [[nodiscard]] const std::string& errors() const { return platform.recording.errors; }
 
     DiagnosticsPlatform platform;
-    SmcSession session{platform};
+    SmcSession session{platform.makeSmcConnection()};
     BootTime start = platform.pauses.bootTime();
 };
 

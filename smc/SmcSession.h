@@ -1,16 +1,17 @@
 #pragma once
 
 #include <memory>
+#include <utility>
 
-#include "platform/CommandPlatform.h"
+#include "platform/SmcConnection.h"
 #include "smc/csmc.h"
 
 namespace corvane {
 
-/// Gives csmc the platform's connection for as long as it lives.
+/// Lends csmc a connection for as long as it lives; afterwards there is no controller. One at a time.
 class SmcSession {
 public:
-    explicit SmcSession(CommandPlatform& platform) : connection_(platform.makeSmcConnection()) {
+    explicit SmcSession(std::unique_ptr<SmcConnection> connection) : connection_(std::move(connection)) {
         csmc_use_connection(connection_.get());
     }
     SmcSession(const SmcSession&) = delete;
