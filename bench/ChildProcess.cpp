@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <system_error>
 
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -22,6 +23,8 @@ ChildProcess::ChildProcess(std::vector<std::string> command, const Environment& 
         throw std::system_error(errno, std::generic_category(), command[0]);
     }
     if (id_ == 0) {
+        // Nothing stays behind when this program is killed.
+        ::prctl(PR_SET_PDEATHSIG, SIGTERM);
         for (const auto& [name, value] : environment) {
             ::setenv(name.c_str(), value.c_str(), 1);
         }
