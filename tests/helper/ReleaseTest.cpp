@@ -80,13 +80,16 @@ TEST(Release, SaysWhichAttemptWasVerified) {
 }
 
 TEST(Release, LooksAtEveryFan) {
-    HelperMachine machine(twoFanMac());
-    boost(machine);
-    machine.mac.setFault("F1Md", KeyFault::neverAutomatic(1));
-    machine.stopBoost();
-    EXPECT_THAT(machine.log.lines(), ElementsAre(unverified));
-    EXPECT_FALSE(machine.mac.isFanForced(0));
-    EXPECT_EQ(machine.timesOf("F0Md=0").size(), 5U) << "every attempt hands all fans back";
+    for (const std::size_t stuck : {0U, 1U}) {
+        HelperMachine machine(twoFanMac());
+        boost(machine);
+        machine.mac.setFault(fmt::format("F{}Md", stuck), KeyFault::neverAutomatic(1));
+        machine.stopBoost();
+        EXPECT_THAT(machine.log.lines(), ElementsAre(unverified)) << stuck;
+        EXPECT_FALSE(machine.mac.isFanForced(1 - stuck)) << stuck;
+        EXPECT_EQ(machine.timesOf("F0Md=0").size(), 5U) << "every attempt hands all fans back";
+        EXPECT_EQ(machine.timesOf("F1Md=0").size(), 5U);
+    }
 }
 
 TEST(Release, AcceptsNoModeButZero) {
