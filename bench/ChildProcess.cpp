@@ -1,15 +1,24 @@
 #include "bench/ChildProcess.h"
 
 #include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <system_error>
+#include <thread>
 
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 namespace corvane {
+
+namespace {
+
+/// A program that takes longer hangs.
+constexpr std::chrono::seconds longestEnd(10);
+
+}  // namespace
 
 ChildProcess::ChildProcess(std::vector<std::string> command, const Environment& environment) {
     std::vector<char*> arguments;
@@ -41,8 +50,13 @@ ChildProcess::~ChildProcess() {
 
 int ChildProcess::end(int signal) {
     ::kill(id_, signal);
+    const auto deadline = std::chrono::steady_clock::now() + longestEnd;
     int status = 0;
-    while (::waitpid(id_, &status, 0) < 0 && errno == EINTR) {
+    while (::waitpid(id_, &status, WNOHANG) == 0) {
+        if (std::chrono::steady_clock::now() > deadline) {
+            ::kill(id_, SIGKILL);
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
     id_ = -1;
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;

@@ -23,7 +23,8 @@ public:
 
     [[nodiscard]] pid_t id() const { return id_; }
 
-    /// Sends the signal and waits for the end. The exit status; -1 when a signal ended it.
+    /// Sends the signal and waits for the end, for 10 s; then it is killed. The exit status; -1 when a signal
+    /// ended it.
     int end(int signal);
 
 private:
