@@ -120,10 +120,15 @@ void FanHelperService::emergencyRelease() {
 }
 
 void FanHelperService::releaseBeforeSuspend() {
+    isSuspending_ = true;
     if (isBoosted_) {
         logDaemon(log_, ": system is going to sleep — releasing fans to Apple");
         stopLoopAndRestore();
     }
+}
+
+void FanHelperService::resumeAfterSuspend() {
+    isSuspending_ = false;
 }
 
 void FanHelperService::onQueue(std::function<void(FanHelperService*)> work) {
@@ -173,8 +178,13 @@ void FanHelperService::setFloor(double percent, const Reply& reply) {
         reply(true, "boost off");
         return;
     }
-    startLoopIfNeeded();
-    applyOnce();
+    if (isSuspending_) {
+        // A forced fan must not sleep with the machine; its user asks again afterwards.
+        floorPercent_ = 0;
+    } else {
+        startLoopIfNeeded();
+        applyOnce();
+    }
     reply(true, fmt::format("floor set to {}%", static_cast<int>(percent)));
 }
 

@@ -43,8 +43,10 @@ public:
     /// Releases everything the helper holds: fans, then the lid setting.
     void emergencyRelease();
 
-    /// Hands the fans back because the computer is about to sleep; the lid setting stays.
+    /// Hands the fans back because the computer is about to sleep, and leaves them there until it is awake
+    /// again, whatever is asked; the lid setting stays.
     void releaseBeforeSuspend();
+    void resumeAfterSuspend();
 
 private:
     FanHelperService(SerialQueue& queue, SystemSleepSetting& sleepSetting, Log& log);
@@ -87,6 +89,7 @@ private:
     double floorPercent_ = 0;
     bool isBoosted_ = false;
     bool lidStayAwake_ = false;
+    bool isSuspending_ = false;
     BootTime lastContact_;
     /// A contact mark waits in the queue: one stands for all pings that arrive meanwhile, however many.
     std::atomic<bool> isMarkQueued_ = false;

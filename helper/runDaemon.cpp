@@ -33,14 +33,15 @@ int runDaemon(HelperPlatform& platform) {
     logDaemon(log, " starting (uid={}, euid={})", ids.uid, ids.euid);
 
     const auto queue = platform.makeQueue(queueLabel);
-    const SmcSession session(platform.makeSmcConnection(*queue));
+    auto session = std::make_unique<SmcSession>(platform.makeSmcConnection(*queue));
     const auto sleepSetting = platform.makeSystemSleepSetting();
     const auto suspendObserver = platform.makeSuspendObserver();
     const auto watchdog = platform.makeServiceWatchdog();
 
     auto service = FanHelperService::create(*queue, *sleepSetting, log);
     auto watchdogFeed = feedFrom(*queue, *watchdog);
-    suspendObserver->observe([&] { queue->sync([&] { service->releaseBeforeSuspend(); }); });
+    suspendObserver->observe([&] { queue->syncAhead([&] { service->releaseBeforeSuspend(); }); },
+                             [&] { queue->syncAhead([&] { service->resumeAfterSuspend(); }); });
 
     ListenerDelegate delegate(service);
     auto listener = platform.makeListener();
@@ -58,11 +59,14 @@ int runDaemon(HelperPlatform& platform) {
     const int status = mainLoop.run();
 
     listener.reset();
-    queue->sync([&] {
+    // Ahead of requests that still wait: they find the service gone. All that lives on the queue's time ends on
+    // it; the delegate's is the last other reference to the service.
+    queue->syncAhead([&] {
         service->emergencyRelease();
         watchdogFeed.reset();
         delegate = ListenerDelegate(nullptr);
         service.reset();
+        session.reset();
     });
     return status;
 }

@@ -54,6 +54,10 @@ public:
     /// queue's own work.
     virtual void sync(const Work& work) = 0;
 
+    /// Like `sync`, but ahead of all waiting work: after what runs right now and at most one more piece. For
+    /// what must not wait for other people's requests.
+    virtual void syncAhead(const Work& work) = 0;
+
     /// Runs `work` once, `delay` (boot time, 0 or more) from now.
     [[nodiscard]] virtual std::unique_ptr<Timer> after(Duration delay, Work work) = 0;
 

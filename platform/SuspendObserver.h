@@ -13,9 +13,9 @@ public:
     virtual ~SuspendObserver() = default;
 
     /// Runs `beforeSuspend` on the main loop each time before the computer is suspended, which waits until it
-    /// returns, up to the system's own limit (a few seconds). Called once. Where the system does not tell,
-    /// nothing ever runs.
-    virtual void observe(std::function<void()> beforeSuspend) = 0;
+    /// returns, up to the system's own limit (a few seconds), and `afterResume` when it runs again. Called
+    /// once. Where the system does not tell, nothing ever runs.
+    virtual void observe(std::function<void()> beforeSuspend, std::function<void()> afterResume) = 0;
 };
 
 }  // namespace corvane

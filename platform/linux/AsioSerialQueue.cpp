@@ -112,6 +112,16 @@ void AsioSerialQueue::sync(const Work& work) {
     done.get_future().wait();
 }
 
+void AsioSerialQueue::syncAhead(const Work& work) {
+    std::promise<void> done;
+    // Of the waiting work only the next piece is known to the event loop.
+    asio::post(context_, [&] {
+        work();
+        done.set_value();
+    });
+    done.get_future().wait();
+}
+
 std::unique_ptr<Timer> AsioSerialQueue::after(Duration delay, Work work) {
     return std::make_unique<QueueTimer>(
         std::make_shared<TimerState>(context_, bootTime() + delay, Duration::zero(), std::move(work)));

@@ -41,7 +41,10 @@ void BusPump::process() {
         }
         arm();
     } catch (const sdbus::Error& error) {
-        onLost_(error.getMessage());
+        // A read and a write may both find out.
+        if (const auto onLost = std::exchange(onLost_, nullptr)) {
+            onLost(error.getMessage());
+        }
     }
 }
 

@@ -26,8 +26,6 @@ public:
     [[nodiscard]] std::optional<std::string> resume(HelperListenerDelegate& delegate) override;
 
 private:
-    class Request;
-
     void publish();
     template <typename Result, typename Call>
     void serve(Result&& result, const Call& call);

@@ -16,7 +16,7 @@ bool LinuxCommandPlatform::isRoot() const {
 }
 
 std::unique_ptr<SmcConnection> LinuxCommandPlatform::makeSmcConnection() {
-    return makeHwmonSmc({sysfsRoot_, fanJournalPath(), FanOwner::diagnostics}, nullptr, log_);
+    return makeHwmonSmc({sysfsRoot_, fanJournalPath(sysfsRoot_), FanOwner::diagnostics}, nullptr, log_);
 }
 
 }  // namespace corvane

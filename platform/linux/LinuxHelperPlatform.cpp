@@ -25,7 +25,7 @@ std::unique_ptr<SerialQueue> LinuxHelperPlatform::makeQueue(std::string_view lab
 }
 
 std::unique_ptr<SmcConnection> LinuxHelperPlatform::makeSmcConnection(SerialQueue& queue) {
-    return makeHwmonSmc({sysfsRoot_, fanJournalPath(), FanOwner::helper}, &queue, log_);
+    return makeHwmonSmc({sysfsRoot_, fanJournalPath(sysfsRoot_), FanOwner::helper}, &queue, log_);
 }
 
 std::unique_ptr<SystemSleepSetting> LinuxHelperPlatform::makeSystemSleepSetting() {

@@ -11,7 +11,7 @@ sdbus::UnixFd takeLock(sdbus::IProxy& manager, const std::string& what, const st
     sdbus::UnixFd lock;
     manager.callMethod("Inhibit")
         .onInterface(interface)
-        .withTimeout(std::chrono::seconds(2))
+        .withTimeout(std::chrono::seconds(1))
         .withArguments(what, "Corvane", why, mode)
         .storeResultsTo(lock);
     return lock;

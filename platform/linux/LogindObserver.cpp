@@ -11,8 +11,9 @@ namespace corvane {
 LogindObserver::LogindObserver(asio::io_context& context, Log& log, std::function<void()> onRestart)
     : context_(context), log_(log), onRestart_(std::move(onRestart)) {}
 
-void LogindObserver::observe(std::function<void()> beforeSuspend) {
+void LogindObserver::observe(std::function<void()> beforeSuspend, std::function<void()> afterResume) {
     beforeSuspend_ = std::move(beforeSuspend);
+    afterResume_ = std::move(afterResume);
     try {
         connection_ = sdbus::createSystemBusConnection();
         subscribe();
@@ -40,7 +41,8 @@ void LogindObserver::subscribe() {
         .onInterface("org.freedesktop.DBus")
         .call([this](const std::string& name, const std::string&, const std::string& newOwner) {
             if (name == Logind::busName && !newOwner.empty()) {
-                takeDelayLock();
+                // A login manager that came up anew does not finish the suspend that the old one announced.
+                prepareForSleep(false);
                 onRestart_();
             }
         });
@@ -58,6 +60,7 @@ void LogindObserver::takeDelayLock() {
 void LogindObserver::prepareForSleep(bool isGoingDown) {
     if (!isGoingDown) {
         takeDelayLock();
+        afterResume_();
         return;
     }
     beforeSuspend_();

@@ -21,7 +21,7 @@ public:
     /// `onRestart` runs when the login manager has come up anew. All arguments outlive the observer.
     LogindObserver(asio::io_context& context, Log& log, std::function<void()> onRestart);
 
-    void observe(std::function<void()> beforeSuspend) override;
+    void observe(std::function<void()> beforeSuspend, std::function<void()> afterResume) override;
 
 private:
     void subscribe();
@@ -32,6 +32,7 @@ private:
     Log& log_;
     std::function<void()> onRestart_;
     std::function<void()> beforeSuspend_;
+    std::function<void()> afterResume_;
     std::unique_ptr<sdbus::IConnection> connection_;
     std::unique_ptr<sdbus::IProxy> manager_;
     std::unique_ptr<sdbus::IProxy> bus_;

@@ -6,7 +6,6 @@
 #include "platform/linux/LinuxCommandPlatform.h"
 #include "platform/linux/LinuxHelperPlatform.h"
 #include "platform/simulated/MakeSimulatedSmc.h"
-#include "platform/simulated/SimulatedSleepSetting.h"
 
 namespace corvane {
 
@@ -15,7 +14,13 @@ namespace {
 /// A machine that is never suspended.
 class NoSuspend final : public SuspendObserver {
 public:
-    void observe(std::function<void()> /*beforeSuspend*/) override {}
+    void observe(std::function<void()> /*beforeSuspend*/, std::function<void()> /*afterResume*/) override {}
+};
+
+/// A machine without a lid: there is nothing to set.
+class NoLid final : public SystemSleepSetting {
+public:
+    std::optional<std::string> setSleepDisabled(bool /*disabled*/) override { return std::nullopt; }
 };
 
 /// The simulated Mac in a real process: its own hardware and power management, this machine's buses and
@@ -29,7 +34,7 @@ public:
         return makeSimulatedSmc([&queue] { return queue.bootTime(); }, scenarioPath_, log());
     }
     std::unique_ptr<SystemSleepSetting> makeSystemSleepSetting() override {
-        return std::make_unique<SimulatedSleepSetting>();
+        return std::make_unique<NoLid>();
     }
     std::unique_ptr<SuspendObserver> makeSuspendObserver() override { return std::make_unique<NoSuspend>(); }
 

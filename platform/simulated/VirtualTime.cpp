@@ -92,15 +92,24 @@ void VirtualQueue::async(Work work) {
     time_.schedule(*this, time_.now_, std::move(work));
 }
 
-void VirtualQueue::sync(const Work& work) {
+void VirtualQueue::refuseToWaitForCaller() const {
     if (busy_) {
-        std::fputs("VirtualQueue::sync would never return: the queue is waiting for its caller\n", stderr);
+        std::fputs("VirtualQueue: this would never return, the queue is waiting for its caller\n", stderr);
         std::abort();
     }
+}
+
+void VirtualQueue::sync(const Work& work) {
+    refuseToWaitForCaller();
     for (auto event = time_.nextRunnable(time_.now_, this); event != time_.events_.end();
          event = time_.nextRunnable(time_.now_, this)) {
         time_.runEvent(event);
     }
+    syncAhead(work);
+}
+
+void VirtualQueue::syncAhead(const Work& work) {
+    refuseToWaitForCaller();
     busy_ = true;
     work();
     busy_ = false;

@@ -67,6 +67,7 @@ public:
 
     void async(Work work) override;
     void sync(const Work& work) override;
+    void syncAhead(const Work& work) override;
     [[nodiscard]] std::unique_ptr<Timer> after(Duration delay, Work work) override;
     [[nodiscard]] std::unique_ptr<Timer> every(Duration first, Duration period, Work work) override;
     void sleep(Duration duration) override;
@@ -76,6 +77,8 @@ public:
 private:
     friend class VirtualTime;
     class VirtualTimer;
+
+    void refuseToWaitForCaller() const;
 
     VirtualTime& time_;
     bool busy_ = false;

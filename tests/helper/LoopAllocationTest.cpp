@@ -9,6 +9,7 @@ class HandDrivenQueue final : public SerialQueue {
 public:
     void async(Work work) override { work(); }
     void sync(const Work& work) override { work(); }
+    void syncAhead(const Work& work) override { work(); }
     [[nodiscard]] std::unique_ptr<Timer> after(Duration /*delay*/, Work work) override {
         return add(std::move(work));
     }

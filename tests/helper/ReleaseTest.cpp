@@ -218,5 +218,40 @@ TEST(Release, BeforeSleepDoesNothingWhenNothingIsHeld) {
     EXPECT_THAT(machine.log.lines(), IsEmpty());
 }
 
+TEST(Release, OutlastsRequestsThatArriveBetweenItAndTheSuspend) {
+    HelperMachine machine;
+    machine.startAt(60.0F);
+    machine.queue.syncAhead([&] { machine.service->releaseBeforeSuspend(); });
+    EXPECT_EQ(machine.setFloor(40.0), (Answer{true, "floor set to 40%"}));
+    machine.advance(2s);
+    EXPECT_FALSE(machine.isBoosted());
+    EXPECT_FALSE(machine.mac.isAnyFanForced());
+    EXPECT_EQ(*machine.status().get<double>(StatusKey::floorPercent), 0.0);
+
+    machine.queue.syncAhead([&] { machine.service->resumeAfterSuspend(); });
+    machine.setFloor(40.0);
+    EXPECT_TRUE(machine.isBoosted());
+    EXPECT_TRUE(machine.mac.isAnyFanForced());
+}
+
+TEST(Release, GoesAheadOfRequestsThatWait) {
+    HelperMachine machine;
+    machine.startAt(60.0F);
+    machine.setFloor(40.0);
+    int answers = 0;
+    for (int i = 0; i < 100; ++i) {
+        machine.service->setFanFloorWithPercentWithReply(50.0, [&](bool, const std::string&) { ++answers; });
+    }
+    machine.queue.syncAhead([&] {
+        machine.service->emergencyRelease();
+        machine.service.reset();
+    });
+    EXPECT_EQ(answers, 0);
+    EXPECT_FALSE(machine.mac.isAnyFanForced());
+    machine.advance(10s);
+    EXPECT_EQ(answers, 0) << "a service that is gone does not answer a floor";
+    EXPECT_FALSE(machine.mac.isAnyFanForced());
+}
+
 }  // namespace
 }  // namespace corvane

@@ -154,6 +154,7 @@ public:
     std::vector<Duration> fedAt;
     HelperListenerDelegate* delegate = nullptr;
     std::function<void()> beforeSuspend;
+    std::function<void()> afterResume;
 
 private:
     class Forwarding final : public SystemSleepSetting {
@@ -170,8 +171,9 @@ private:
     class Observer final : public SuspendObserver {
     public:
         explicit Observer(TestHelperPlatform& platform) : platform_(platform) {}
-        void observe(std::function<void()> beforeSuspend) override {
+        void observe(std::function<void()> beforeSuspend, std::function<void()> afterResume) override {
             platform_.beforeSuspend = std::move(beforeSuspend);
+            platform_.afterResume = std::move(afterResume);
         }
 
     private:
