@@ -11,6 +11,7 @@ namespace corvane {
 
 namespace {
 
+constexpr std::int64_t automatic = 0;
 constexpr std::int64_t manual = 1;
 
 }  // namespace
@@ -31,21 +32,19 @@ std::optional<FanOriginals> AppleSmcFan::observe() {
     const std::optional<std::int64_t> mode = manual_.read();
     const std::optional<std::int64_t> output = output_.read();
     const std::optional<std::int64_t> speed = speed_.read();
-    if (!mode || !output || !speed) {
+    if (mode != automatic || !output || !speed) {
         return std::nullopt;
     }
     return FanOriginals{{"manual", *mode}, {"output", *output}, {"speed", *speed}};
 }
 
 bool AppleSmcFan::adopt(const FanOriginals& originals) {
-    const auto mode = findValue(originals, "manual", 0, manual);
+    const auto mode = findValue(originals, "manual", automatic, automatic);
     const auto output = findValue(originals, "output", 0, FanSpeed::highest);
     const auto speed = findValue(originals, "speed", 0, FanSpeed::highest);
     if (!mode || !output || !speed) {
         return false;
     }
-    originalManual_ = *mode;
-    originalOutput_ = *output;
     heldSpeed_ = FanSpeed::within(range_, static_cast<float>(std::max(*output, *speed)));
     return true;
 }
@@ -71,16 +70,12 @@ void AppleSmcFan::driveFull() {
 
 bool AppleSmcFan::handBack() {
     // Only what reads back counts.
-    if (originalManual_ == manual) {
-        static_cast<void>(output_.write(originalOutput_));
-    }
-    static_cast<void>(manual_.write(originalManual_));
+    static_cast<void>(manual_.write(automatic));
     return isHandedBack();
 }
 
 bool AppleSmcFan::isHandedBack() {
-    return manual_.read() == originalManual_ &&
-           (originalManual_ != manual || output_.read() == originalOutput_);
+    return manual_.read() == automatic;
 }
 
 }  // namespace corvane

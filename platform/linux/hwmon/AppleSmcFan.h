@@ -30,8 +30,6 @@ private:
     ChipAttribute manual_;
     ChipAttribute output_;
     ChipAttribute speed_;
-    std::int64_t originalManual_ = 0;
-    std::int64_t originalOutput_ = 0;
     float heldSpeed_ = 0.0F;
 };
 

@@ -12,6 +12,11 @@ namespace {
 
 /// Set when the claim itself had no objection.
 constexpr std::string_view journalFailed = "not taken over: the fan journal cannot be written now";
+/// Whatever the driver cannot observe is one of these.
+constexpr std::string_view foundManual =
+    "not taken over: it is under manual control already, and nothing tells the way back";
+constexpr std::string_view notObserved =
+    "not taken over: what it does now cannot be told, or is more than can be asked of it";
 
 }  // namespace
 
@@ -77,7 +82,6 @@ bool FanCustody::isReleased() {
         case State::stuck:
             return false;
         case State::held:
-            return driver_->isHeld() == false && driver_->isHandedBack();
         case State::left:
         case State::yielded:
             return driver_ != nullptr && driver_->isHandedBack();
@@ -118,7 +122,7 @@ bool FanCustody::claimIn(FanJournal::Entries& entries, std::string_view& refusal
     if (entry == entries.end()) {
         const std::optional<FanOriginals> originals = driver_->observe();
         if (!originals) {
-            refusal = "not taken over: what it does now cannot be told, or is more than can be asked of it";
+            refusal = driver_->isHeld() == true ? foundManual : notObserved;
             return false;
         }
         entry = entries.insert(entries.end(), {setting_.fan, setting_.owner, *originals});

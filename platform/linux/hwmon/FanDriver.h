@@ -44,8 +44,9 @@ public:
 
     [[nodiscard]] virtual SpeedRange range() const = 0;
 
-    /// Reads what a hand-back will have to restore. Nothing when it cannot be read, or when driving the fan
-    /// could cool less than what drives it now.
+    /// Reads what a hand-back will have to restore. Nothing when it cannot be read, when driving the fan
+    /// could cool less than what drives it now, and when the fan is under manual control already: whoever put
+    /// it there may be driving it, and nothing tells the mode that it had before.
     [[nodiscard]] virtual std::optional<FanOriginals> observe() = 0;
 
     /// Takes over `originals`, observed now or remembered from earlier. False when this fan cannot be handed

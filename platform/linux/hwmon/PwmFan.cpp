@@ -17,20 +17,27 @@ constexpr std::int64_t manual = 1;
 constexpr std::int64_t maxEnable = 255;
 /// Limit of the thinkpad driver, in seconds.
 constexpr std::int64_t maxWatchdog = 120;
+constexpr std::string_view thinkPad = "thinkpad";
+/// Its modes only tell how the supply is switched: the kernel's thermal governor sets the duty in all of
+/// them.
+constexpr std::string_view governedFan = "pwmfan";
 
 }  // namespace
 
 std::unique_ptr<FanDriver> PwmFan::make(HwmonChip& chip, int channel, SpeedRange range) {
+    if (chip.identity().name == governedFan) {
+        return nullptr;
+    }
     auto fan = std::make_unique<PwmFan>(chip, channel, range);
     return fan->duty_.isOpen() && fan->enable_.isOpen() ? std::move(fan) : nullptr;
 }
 
 PwmFan::PwmFan(HwmonChip& chip, int channel, SpeedRange range)
     : range_(range),
-      zeroMode_(zeroModeOf(chip.identity())),
+      isZeroBeyondFullDuty_(chip.identity().name == thinkPad),
       duty_(chip, fmt::format("pwm{}", channel), SysfsAccess::readWrite),
       enable_(chip, fmt::format("pwm{}_enable", channel), SysfsAccess::readWrite) {
-    if (chip.identity().name == "thinkpad") {
+    if (chip.identity().name == thinkPad) {
         watchdog_.emplace(chip, "device/driver/fan_watchdog", SysfsAccess::readWrite);
         if (!watchdog_->isOpen()) {
             watchdog_.reset();
@@ -38,17 +45,10 @@ PwmFan::PwmFan(HwmonChip& chip, int channel, SpeedRange range)
     }
 }
 
-PwmFan::ZeroMode PwmFan::zeroModeOf(const ChipIdentity& chip) {
-    if (chip.name == "pwmfan") {
-        return ZeroMode::stopped;
-    }
-    return chip.name == "thinkpad" ? ZeroMode::beyondFullDuty : ZeroMode::fullSpeed;
-}
-
 std::optional<FanOriginals> PwmFan::observe() {
     const std::optional<std::int64_t> enable = enable_.read();
     const std::optional<std::int64_t> duty = duty_.read();
-    if (!enable || !duty || (*enable == 0 && zeroMode_ == ZeroMode::beyondFullDuty)) {
+    if (!enable || !duty || !isAutomatic(*enable)) {
         return std::nullopt;
     }
     FanOriginals originals = {{"pwm", *duty}, {"enable", *enable}};
@@ -66,7 +66,7 @@ bool PwmFan::adopt(const FanOriginals& originals) {
     const auto duty = findValue(originals, "pwm", 0, fullDuty);
     const auto enable = findValue(originals, "enable", 0, maxEnable);
     const auto watchdog = findValue(originals, "watchdog", 0, maxWatchdog);
-    if (!duty || !enable || (watchdog_ && !watchdog)) {
+    if (!duty || !enable || !isAutomatic(*enable) || (watchdog_ && !watchdog)) {
         return false;
     }
     originalDuty_ = *duty;
@@ -100,9 +100,6 @@ void PwmFan::driveFull() {
 
 bool PwmFan::handBack() {
     // Only what reads back counts: a driver that refused to let go of the fan refuses these as well.
-    if (restoresDuty()) {
-        static_cast<void>(duty_.write(originalDuty_));
-    }
     static_cast<void>(enable_.write(originalEnable_));
     if (watchdog_) {
         static_cast<void>(watchdog_->write(originalWatchdog_));
@@ -111,13 +108,15 @@ bool PwmFan::handBack() {
 }
 
 bool PwmFan::isHandedBack() {
-    return enable_.read() == originalEnable_ &&
-           (originalEnable_ != manual || duty_.read() == originalDuty_) &&
-           (!watchdog_ || watchdog_->read() == originalWatchdog_);
+    return enable_.read() == originalEnable_ && (!watchdog_ || watchdog_->read() == originalWatchdog_);
+}
+
+bool PwmFan::isAutomatic(std::int64_t enable) const {
+    return enable != manual && (enable != 0 || !isZeroBeyondFullDuty_);
 }
 
 std::int64_t PwmFan::heldDuty() const {
-    return originalEnable_ == 0 && zeroMode_ != ZeroMode::stopped ? fullDuty : originalDuty_;
+    return originalEnable_ == 0 ? fullDuty : originalDuty_;
 }
 
 std::int64_t PwmFan::dutyFor(float rpm) const {
@@ -129,10 +128,6 @@ std::int64_t PwmFan::dutyFor(float rpm) const {
 
 float PwmFan::speedOf(std::int64_t duty) const {
     return range_.min + (range_.max - range_.min) * static_cast<float>(duty) / static_cast<float>(fullDuty);
-}
-
-bool PwmFan::restoresDuty() const {
-    return originalEnable_ == manual || (originalEnable_ == 0 && zeroMode_ == ZeroMode::stopped);
 }
 
 }  // namespace corvane

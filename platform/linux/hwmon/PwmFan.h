@@ -9,15 +9,16 @@
 namespace corvane {
 
 /// A fan driven by a duty cycle: `pwmN` (0...255) under `pwmN_enable`, where 1 is manual and the meaning of
-/// all other values is the chip's own. Speeds map to duties linearly over the range.
+/// all other values is the chip's own, 0 mostly being full speed. Speeds map to duties linearly over the
+/// range.
 class PwmFan final : public FanDriver {
 public:
     /// The driver's own guard against a silent owner (thinkpad), in seconds: its maximum is 120, and it is
     /// started anew by every duty written.
     static constexpr std::int64_t watchdogSeconds = 30;
 
-    /// Null when the fan has no duty and mode that can be both read and written. `range` is known; `chip`
-    /// outlives the fan.
+    /// Null when the fan has no duty and mode that can be both read and written, or no mode that is
+    /// automatic. `range` is known; `chip` outlives the fan.
     static std::unique_ptr<FanDriver> make(HwmonChip& chip, int channel, SpeedRange range);
 
     PwmFan(HwmonChip& chip, int channel, SpeedRange range);
@@ -33,23 +34,15 @@ public:
     [[nodiscard]] bool isHandedBack() override;
 
 private:
-    /// What `pwmN_enable` 0 means.
-    enum class ZeroMode {
-        fullSpeed,
-        /// Faster than any duty reaches: such a fan is left alone.
-        beyondFullDuty,
-        stopped,
-    };
-
-    static ZeroMode zeroModeOf(const ChipIdentity& chip);
+    /// Whether `enable` is a mode that a hand-back can restore.
+    [[nodiscard]] bool isAutomatic(std::int64_t enable) const;
     [[nodiscard]] std::int64_t heldDuty() const;
     [[nodiscard]] std::int64_t dutyFor(float rpm) const;
     [[nodiscard]] float speedOf(std::int64_t duty) const;
-    /// Whether the duty belongs to what a hand-back restores: an automatic mode sets its own.
-    [[nodiscard]] bool restoresDuty() const;
 
     SpeedRange range_;
-    ZeroMode zeroMode_;
+    /// Mode 0 is faster than any duty reaches: a fan in it is left alone.
+    bool isZeroBeyondFullDuty_;
     ChipAttribute duty_;
     ChipAttribute enable_;
     std::optional<ChipAttribute> watchdog_;

@@ -156,15 +156,15 @@ TEST_F(AppleSmcFan, RunsFullyWhileItCannotBeGivenBack) {
     EXPECT_THAT(smc.ui8("F0Md"), Optional(1));
 }
 
-TEST_F(AppleSmcFan, GetsItsOwnManualSpeedBack) {
+TEST_F(AppleSmcFan, IsLeftAloneWhenItWasManualAlready) {
     attribute("fan1_manual").text = "1\n";
-    attribute("fan1_output").text = "2500\n";
-    EXPECT_EQ(smc.writeUi8("F0Md", 1), SmcResult::success);
-    EXPECT_EQ(smc.writeFlt("F0Tg", 5000.0F), SmcResult::success);
-    rig.hardware.takeWrites();
-    EXPECT_EQ(smc.writeUi8("F0Md", 0), SmcResult::success);
-    EXPECT_THAT(rig.hardware.takeWrites(), ElementsAre("fan1_output=2500", "fan1_manual=1"));
-    EXPECT_THAT(smc.ui8("F0Md"), Optional(0));
+    EXPECT_EQ(smc.writeUi8("F0Md", 1), SmcResult::notWritable);
+    EXPECT_EQ(smc.writeUi8("F0Md", 1), SmcResult::notWritable);
+    EXPECT_THAT(rig.hardware.takeWrites(), IsEmpty());
+    EXPECT_EQ(rig.journal(), "");
+    EXPECT_THAT(rig.log.lines(),
+                ElementsAre("Corvane daemon: fan 0 (applesmc fan1): not taken over: it is under manual "
+                            "control already, and nothing tells the way back"));
 }
 
 }  // namespace

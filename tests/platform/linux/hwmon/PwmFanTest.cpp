@@ -250,27 +250,30 @@ TEST(PwmFanKinds, HoldFullDutyInPlaceOfTheFullSpeedMode) {
                 ElementsAre("pwm1_enable=1", "pwm1=255", "pwm1=255", "pwm1_enable=0"));
 }
 
-TEST(PwmFanKinds, LetAPwmFanThatStoodStillStandStillAgain) {
-    HwmonRig rig({machines::pwmChip("pwmfan", 0, 40, 0)});
-    SmcClient smc = rig.connect();
-    EXPECT_EQ(smc.writeUi8("F0Md", 1), SmcResult::success);
-    EXPECT_EQ(smc.writeFlt("F0Tg", 1500.0F), SmcResult::success);
-    EXPECT_EQ(smc.writeUi8("F0Md", 0), SmcResult::success);
-    EXPECT_THAT(rig.hardware.takeWrites(),
-                ElementsAre("pwm1_enable=1", "pwm1=40", "pwm1=128", "pwm1=40", "pwm1_enable=0"));
+TEST(PwmFanKinds, LeaveAFanOfTheThermalGovernorToIt) {
+    for (const int enable : {0, 1, 2}) {
+        HwmonRig rig({machines::pwmChip("pwmfan", enable, 40, 900)});
+        SmcClient smc = rig.connect();
+        EXPECT_EQ(smc.writeUi8("F0Md", 1), SmcResult::notWritable) << enable;
+        EXPECT_THAT(rig.hardware.takeWrites(), IsEmpty()) << enable;
+        EXPECT_THAT(smc.flt("F0Ac"), Optional(900.0F)) << enable;
+    }
 }
 
-TEST(PwmFanKinds, GiveAFanThatWasManualItsDutyBack) {
-    const machines::ChipSpec chip = machines::pwmChip("nct6779", 1, 77, 900);
-    HwmonRig rig({chip});
+TEST(PwmFanKinds, LeaveAFanAloneThatWasManualAlready) {
+    HwmonRig rig({machines::pwmChip("nct6779", 1, 77, 900)});
     SmcClient smc = rig.connect();
-    EXPECT_EQ(smc.writeUi8("F0Md", 1), SmcResult::success);
-    EXPECT_THAT(smc.ui8("F0Md"), Optional(1)) << "held, though nothing differs yet";
-    EXPECT_EQ(smc.writeFlt("F0Tg", 3000.0F), SmcResult::success);
-    EXPECT_EQ(smc.writeUi8("F0Md", 0), SmcResult::success);
-    EXPECT_THAT(rig.hardware.takeWrites(),
-                ElementsAre("pwm1_enable=1", "pwm1=77", "pwm1=255", "pwm1=77", "pwm1_enable=1"));
-    EXPECT_THAT(smc.ui8("F0Md"), Optional(0));
+    for (int tick = 0; tick < 3; ++tick) {
+        EXPECT_EQ(smc.writeUi8("F0Md", 1), SmcResult::notWritable);
+        EXPECT_EQ(smc.writeFlt("F0Tg", 3000.0F), SmcResult::notWritable);
+        EXPECT_EQ(smc.writeUi8("F0Md", 0), SmcResult::success);
+    }
+    EXPECT_THAT(rig.hardware.takeWrites(), IsEmpty());
+    EXPECT_THAT(smc.ui8("F0Md"), Optional(0)) << "Corvane does not hold it";
+    EXPECT_EQ(rig.journal(), "");
+    EXPECT_THAT(rig.log.lines(),
+                ElementsAre("Corvane daemon: fan 0 (nct6779 fan1): not taken over: it is under manual "
+                            "control already, and nothing tells the way back"));
 }
 
 TEST(PwmFanKinds, DoNotOfferAChipThatTakesNoManualMode) {
