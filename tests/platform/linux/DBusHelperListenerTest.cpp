@@ -182,8 +182,9 @@ TEST_F(DBusHelperListenerTest, TellsOnceThatTheBusHasGoneAwayWithRepliesUnderWay
     beginStatus(caller, RequestLimiter::maxWaitingPerCaller);
     ASSERT_TRUE(helper->kept().waitFor(RequestLimiter::maxWaitingPerCaller));
     bus.freeze();
+    // More in all than the socket takes: the listener waits to write as well as to read.
     StatusRecord large;
-    large.set("text", std::string(100'000, 'x'));
+    large.set("text", std::string(500'000, 'x'));
     for (const auto& reply : helper->takeKept()) {
         reply(large);
     }
