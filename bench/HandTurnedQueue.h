@@ -27,6 +27,7 @@ public:
 
     void async(Work work) override { work(); }
     void sync(const Work& work) override { work(); }
+    void syncAhead(const Work& work) override { work(); }
     [[nodiscard]] std::unique_ptr<Timer> after(Duration delay, Work work) override {
         return std::make_unique<HandTimer>(timers_, delay, std::move(work));
     }
