@@ -67,7 +67,7 @@ TEST(RunDaemon, ASignalSwitchesTheLidBack) {
     EXPECT_THAT(platform.sleepSetting.calls(), ElementsAre(true, false));
 }
 
-TEST(RunDaemon, WorkHandedOverBeforeTheSignalIsDoneBeforeTheRelease) {
+TEST(RunDaemon, ASignalAtTheMomentOfARequestStillReleases) {
     TestHelperPlatform platform;
     platform.boostAfter(1s);
     platform.loop.scripted(1s, [&] { platform.loop.raise(); });
@@ -159,6 +159,21 @@ TEST(RunDaemon, HasReleasedTheFansBeforeTheComputerSleeps) {
     EXPECT_EQ(runDaemon(platform), 0);
     EXPECT_THAT(forced, ElementsAre(true, false));
     EXPECT_EQ(platform.count("system is going to sleep — releasing fans to Apple"), 1U);
+}
+
+TEST(RunDaemon, TakesFloorsAgainWhenTheComputerIsAwake) {
+    TestHelperPlatform platform;
+    std::vector<bool> forced;
+    const auto note = [&] { forced.push_back(platform.mac.isFanForced(0)); };
+    platform.loop.scripted(1s, [&] { platform.beforeSuspend(); });
+    platform.boostAfter(2s);
+    platform.loop.scripted(3s, note);
+    platform.loop.scripted(3s, [&] { platform.afterResume(); });
+    platform.boostAfter(4s);
+    platform.loop.scripted(5s, note);
+    platform.loop.raiseAfter(6s);
+    EXPECT_EQ(runDaemon(platform), 0);
+    EXPECT_THAT(forced, ElementsAre(false, true));
 }
 
 TEST(RunDaemon, LeavesTheSmcLayerWithoutAConnection) {
