@@ -4,6 +4,7 @@
 //   SerialQueue& queue();
 //   bool await(const Notes<T>& notes, std::size_t count);   lets time pass until there are that many
 
+#include <atomic>
 #include <memory>
 #include <string>
 #include <thread>
@@ -69,6 +70,27 @@ TYPED_TEST_P(SerialQueueContract, RunsSyncAfterEverythingHandedOverBefore) {
     this->queue().async(this->note("before"));
     this->queue().sync(this->note("sync"));
     EXPECT_THAT(this->notes.all(), testing::ElementsAre("before", "sync"));
+}
+
+TYPED_TEST_P(SerialQueueContract, RunsSyncAheadOfABacklog) {
+    constexpr int backlog = 400;
+    std::atomic<bool> isAhead = false;
+    int done = 0;
+    int doneBefore = backlog;
+    for (int i = 0; i < backlog; ++i) {
+        // Slow until then, so that the backlog lasts for seconds.
+        this->queue().async([&] {
+            this->queue().sleep(std::chrono::milliseconds(isAhead ? 0 : 10));
+            ++done;
+        });
+    }
+    this->queue().syncAhead([&] {
+        isAhead = true;
+        doneBefore = done;
+    });
+    this->queue().sync([] {});
+    EXPECT_LT(doneBefore, backlog);
+    EXPECT_EQ(done, backlog) << "nothing is lost";
 }
 
 TYPED_TEST_P(SerialQueueContract, RunsWorkHandedOverByWorkBehindWhatIsWaiting) {
@@ -186,7 +208,7 @@ TYPED_TEST_P(SerialQueueContract, RunsNothingWhileItSleeps) {
 }
 
 REGISTER_TYPED_TEST_SUITE_P(SerialQueueContract, RunsWorkInTheOrderItWasHandedOver,
-                            RunsSyncAfterEverythingHandedOverBefore,
+                            RunsSyncAfterEverythingHandedOverBefore, RunsSyncAheadOfABacklog,
                             RunsWorkHandedOverByWorkBehindWhatIsWaiting, TakesWorkFromADestructorOfWork,
                             RunsTimersWhenTheyAreDueAndNotBefore, DoesNotShiftTheNextRunAfterALateOne,
                             MakesUpForMissedRunsByOne, NeverRunsADestroyedTimerNotEvenOneThatIsDue,
