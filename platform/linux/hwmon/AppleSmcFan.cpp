@@ -42,10 +42,11 @@ bool AppleSmcFan::adopt(const FanOriginals& originals) {
     const auto mode = findValue(originals, "manual", automatic, automatic);
     const auto output = findValue(originals, "output", 0, FanSpeed::highest);
     const auto speed = findValue(originals, "speed", 0, FanSpeed::highest);
-    if (!mode || !output || !speed) {
+    if (!mode) {
         return false;
     }
-    heldSpeed_ = FanSpeed::within(range_, static_cast<float>(std::max(*output, *speed)));
+    const std::int64_t held = std::max(output.value_or(FanSpeed::highest), speed.value_or(FanSpeed::highest));
+    heldSpeed_ = FanSpeed::within(range_, static_cast<float>(held));
     return true;
 }
 

@@ -22,9 +22,7 @@ constexpr std::string_view notObserved =
 
 FanCustody::FanCustody(Setting setting, std::unique_ptr<FanDriver> driver, FanJournal& journal, Log& log)
     : setting_(std::move(setting)), driver_(std::move(driver)), journal_(journal), log_(log) {
-    if (journal_.find(setting_.fan) != nullptr && !adoptFromJournal()) {
-        complain("its journal entry cannot be used");
-    }
+    consultJournal();
 }
 
 SmcResult FanCustody::force() {
@@ -53,8 +51,7 @@ SmcResult FanCustody::drive(float rpm) {
     if (state_ != State::held) {
         return rpm > 0.0F ? SmcResult::notWritable : SmcResult::success;
     }
-    if (!ownsEntry()) {
-        yield("claimed by another process");
+    if (!keepsEntry()) {
         return SmcResult::notWritable;
     }
     const std::optional<float> driven = driver_->drive(rpm);
@@ -69,22 +66,26 @@ SmcResult FanCustody::release() {
     if (driver_ == nullptr) {
         return SmcResult::notWritable;
     }
-    if (state_ == State::free && !adoptFromJournal()) {
+    if (state_ == State::free || state_ == State::lost) {
+        consultJournal();
+    }
+    if (state_ == State::free) {
         return SmcResult::success;
     }
-    return handBack() ? SmcResult::success : SmcResult::notWritable;
+    return state_ != State::lost && handBack() ? SmcResult::success : SmcResult::notWritable;
 }
 
 bool FanCustody::isReleased() {
     switch (state_) {
         case State::free:
             return true;
+        case State::lost:
         case State::stuck:
             return false;
         case State::held:
         case State::left:
         case State::yielded:
-            return driver_ != nullptr && driver_->isHandedBack();
+            return driver_->isHandedBack();
     }
     return false;
 }
@@ -93,14 +94,17 @@ std::optional<float> FanCustody::target() const {
     return state_ == State::held ? std::optional(target_) : std::nullopt;
 }
 
-/// False when there is no entry, or none that says how to hand the fan back.
-bool FanCustody::adoptFromJournal() {
+/// For a fan that this process has not touched.
+void FanCustody::consultJournal() {
     const JournalEntry* entry = journal_.find(setting_.fan);
-    if (entry == nullptr || (driver_ != nullptr && !driver_->adopt(entry->originals))) {
-        return false;
+    if (entry == nullptr) {
+        state_ = State::free;
+    } else if (driver_ != nullptr && driver_->adopt(entry->originals)) {
+        state_ = State::left;
+    } else {
+        state_ = State::lost;
+        complain("WARNING: was not given back, and its journal entry cannot be used");
     }
-    state_ = State::left;
-    return true;
 }
 
 /// Puts the fan under this owner in the journal: with the originals of an entry that is there already, else
@@ -156,8 +160,7 @@ SmcResult FanCustody::takeOver() {
 }
 
 SmcResult FanCustody::keepHolding() {
-    if (!ownsEntry()) {
-        yield("claimed by another process");
+    if (!keepsEntry()) {
         return SmcResult::notWritable;
     }
     const std::optional<bool> isHeld = driver_->isHeld();
@@ -178,9 +181,25 @@ SmcResult FanCustody::giveUp(std::string_view reason) {
     return SmcResult::notWritable;
 }
 
-bool FanCustody::ownsEntry() {
+/// Whether a held fan still is this owner's. One that is not is never left forced with nobody to drive it.
+bool FanCustody::keepsEntry() {
     const JournalEntry* entry = journal_.find(setting_.fan);
-    return entry != nullptr && entry->owner == setting_.owner;
+    if (entry != nullptr && entry->owner == setting_.owner) {
+        return true;
+    }
+    if (entry != nullptr && setting_.owner == FanOwner::helper && claim()) {
+        // A diagnostic command may be gone by now.
+        state_ = State::held;
+        return true;
+    }
+    if (entry != nullptr && setting_.owner == FanOwner::diagnostics) {
+        yield("claimed by the helper");
+    } else if (driver_->isHeld() == false) {
+        yield("given back by another process");
+    } else {
+        static_cast<void>(giveUp("given back: its journal entry is no longer its own"));
+    }
+    return false;
 }
 
 void FanCustody::yield(std::string_view reason) {

@@ -29,6 +29,8 @@ public:
     /// entry that the journal holds for the fan counts from now on.
     FanCustody(Setting setting, std::unique_ptr<FanDriver> driver, FanJournal& journal, Log& log);
 
+    [[nodiscard]] const FanIdentity& fan() const { return setting_.fan; }
+
     [[nodiscard]] bool isDrivable() const { return driver_ != nullptr; }
 
     /// Takes the fan over, or makes sure that it is still held. Does not allocate while it is.
@@ -41,7 +43,7 @@ public:
     /// Gives the fan back and proves it.
     [[nodiscard]] SmcResult release();
 
-    /// Whether the fan is with its firmware, or with whoever had it before Corvane.
+    /// Whether the fan is with its firmware, or with somebody that Corvane knows nothing of.
     [[nodiscard]] bool isReleased();
 
     /// A release failed: the fan runs as hard as it can and has to be released again.
@@ -56,19 +58,21 @@ private:
         free,
         /// In the journal, but not driven by this process.
         left,
+        /// In the journal, with no known way back.
+        lost,
         held,
         /// Taken back by its controller or claimed by another process; waits for its release.
         yielded,
         stuck,
     };
 
-    [[nodiscard]] bool adoptFromJournal();
+    void consultJournal();
     [[nodiscard]] bool claim();
     [[nodiscard]] bool claimIn(FanJournal::Entries& entries, std::string_view& refusal);
     [[nodiscard]] SmcResult takeOver();
     [[nodiscard]] SmcResult keepHolding();
     [[nodiscard]] SmcResult giveUp(std::string_view reason);
-    [[nodiscard]] bool ownsEntry();
+    [[nodiscard]] bool keepsEntry();
     void yield(std::string_view reason);
     [[nodiscard]] bool handBack();
     [[nodiscard]] bool removeEntry();

@@ -50,7 +50,8 @@ public:
     [[nodiscard]] virtual std::optional<FanOriginals> observe() = 0;
 
     /// Takes over `originals`, observed now or remembered from earlier. False when this fan cannot be handed
-    /// back by them; then nothing has changed.
+    /// back by them; then nothing has changed. Where they do not tell what the firmware held the fan at, it
+    /// counts as having been held at full speed.
     [[nodiscard]] virtual bool adopt(const FanOriginals& originals) = 0;
 
     /// Takes the fan and goes on with what it was doing. False when the hardware did not let go of it.

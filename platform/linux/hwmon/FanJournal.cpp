@@ -67,13 +67,7 @@ bool writeAll(const FileDescriptor& file, std::string_view text) {
 FanJournal::FanJournal(std::string path, Log& log) : path_(std::move(path)), log_(log) {}
 
 const FanJournal::Entries& FanJournal::entries() {
-    const Stamp now = stamp();
-    if (loaded_ != now) {
-        if (std::optional<Entries> loaded = load()) {
-            entries_ = std::move(*loaded);
-            loaded_ = now;
-        }
-    }
+    refresh();
     return entries_;
 }
 
@@ -107,12 +101,28 @@ bool FanJournal::update(const std::function<bool(Entries&)>& change) {
     return true;
 }
 
-FanJournal::Stamp FanJournal::stamp() const {
+/// Nothing when it cannot be told whether there is a journal; the stamp of none is empty.
+std::optional<FanJournal::Stamp> FanJournal::stamp() const {
     struct stat info = {};
     if (::lstat(path_.c_str(), &info) != 0) {
-        return {};
+        return errno == ENOENT ? std::optional(Stamp()) : std::nullopt;
     }
-    return {info.st_ino, info.st_mtim.tv_sec, info.st_mtim.tv_nsec};
+    return Stamp{info.st_ino, info.st_mtim.tv_sec, info.st_mtim.tv_nsec};
+}
+
+/// False when what the file holds now cannot be read.
+bool FanJournal::refresh() {
+    const std::optional<Stamp> now = stamp();
+    if (!now || loaded_ == now) {
+        return now.has_value();
+    }
+    std::optional<Entries> loaded = load();
+    if (!loaded) {
+        return false;
+    }
+    entries_ = std::move(*loaded);
+    loaded_ = now;
+    return true;
 }
 
 /// Nothing when there is a journal that cannot be read.

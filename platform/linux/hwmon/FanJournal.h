@@ -32,6 +32,9 @@ public:
     /// The entry of `fan`, or null. Valid until the next call.
     [[nodiscard]] const JournalEntry* find(const FanIdentity& fan);
 
+    /// Whether `entries` is what the file holds now, which only its owner may see.
+    [[nodiscard]] bool isReadable() { return refresh(); }
+
     /// Lets `change` alter the entries, and has them in the file when it returns true. False when it returned
     /// false, when another process is just changing the journal, or when it cannot be written; then the file
     /// is as before.
@@ -47,7 +50,8 @@ private:
         bool operator==(const Stamp&) const = default;
     };
 
-    [[nodiscard]] Stamp stamp() const;
+    [[nodiscard]] std::optional<Stamp> stamp() const;
+    bool refresh();
     [[nodiscard]] std::optional<Entries> load();
     [[nodiscard]] Entries parse(const std::string& text);
     [[nodiscard]] bool replace(const Entries& entries) const;

@@ -57,16 +57,6 @@ SpeedRange nominalRange(HwmonChip& chip, int channel) {
     return {0.0F, std::max(HwmonInventory::nominalMax, isSane ? static_cast<float>(speed) : 0.0F)};
 }
 
-std::unique_ptr<FanDriver> makeDriver(HwmonChip& chip, int channel, SpeedRange limits) {
-    if (chip.identity().name == appleSiliconChip) {
-        return MacSmcFan::make(chip, channel, limits);
-    }
-    if (chip.identity().name == intelMacChip) {
-        return AppleSmcFan::make(chip, channel, limits);
-    }
-    return PwmFan::make(chip, channel, limits.isKnown() ? limits : nominalRange(chip, channel));
-}
-
 /// A journal entry must mean one fan only: chips that cannot be told apart are not driven.
 bool isUnique(const HwmonInventory& inventory, const HwmonChip& chip) {
     return std::count_if(inventory.chips.begin(), inventory.chips.end(),
@@ -80,9 +70,8 @@ std::vector<FoundFan> findFans(const HwmonInventory& inventory) {
             continue;
         }
         for (const int channel : channels(*chip, "fan")) {
-            const SpeedRange limits = limitsOf(*chip, channel);
-            auto driver = isUnique(inventory, *chip) ? makeDriver(*chip, channel, limits) : nullptr;
-            const SpeedRange range = driver == nullptr ? limits : driver->range();
+            auto driver = isUnique(inventory, *chip) ? makeFanDriver(*chip, channel) : nullptr;
+            const SpeedRange range = driver == nullptr ? limitsOf(*chip, channel) : driver->range();
             fans.push_back({chip.get(), channel, range, std::move(driver)});
         }
     }
@@ -98,10 +87,20 @@ void limitCount(std::vector<FoundFan>& fans) {
     }
 }
 
+std::optional<ChipAttribute> readable(HwmonChip& chip, std::string name) {
+    ChipAttribute attribute(chip, std::move(name), SysfsAccess::read);
+    return attribute.isOpen() ? std::optional(std::move(attribute)) : std::nullopt;
+}
+
 std::optional<ChipAttribute> firmwareTargetOf(HwmonChip& chip, int channel) {
     const std::string_view suffix = chip.identity().name == intelMacChip ? "output" : "target";
-    ChipAttribute target(chip, fmt::format("fan{}_{}", channel, suffix), SysfsAccess::read);
-    return target.isOpen() ? std::optional(std::move(target)) : std::nullopt;
+    return readable(chip, fmt::format("fan{}_{}", channel, suffix));
+}
+
+std::optional<ChipAttribute> modeOf(HwmonChip& chip, int channel) {
+    const bool isIntelMac = chip.identity().name == intelMacChip;
+    return readable(chip,
+                    isIntelMac ? fmt::format("fan{}_manual", channel) : fmt::format("pwm{}_enable", channel));
 }
 
 void findSensors(HwmonInventory& inventory) {
@@ -117,7 +116,31 @@ void findSensors(HwmonInventory& inventory) {
     }
 }
 
+/// They were listed: a lack of file descriptors, for example, must not pass for a lack of sensors.
+void reportClosed(const HwmonInventory& inventory, Log& log) {
+    const auto isClosedSensor = [](const auto& sensor) { return !sensor->input.isOpen(); };
+    const auto isClosedFan = [](const auto& fan) { return !fan->speed.isOpen(); };
+    const auto sensors = std::count_if(inventory.sensors.begin(), inventory.sensors.end(), isClosedSensor);
+    const auto fans = std::count_if(inventory.fans.begin(), inventory.fans.end(), isClosedFan);
+    if (sensors > 0 || fans > 0) {
+        log.write(
+            fmt::format("Corvane daemon: cannot open {} of {} sensors and {} of {} fans that are listed",
+                        sensors, inventory.sensors.size(), fans, inventory.fans.size()));
+    }
+}
+
 }  // namespace
+
+std::unique_ptr<FanDriver> makeFanDriver(HwmonChip& chip, int channel) {
+    const SpeedRange limits = limitsOf(chip, channel);
+    if (chip.identity().name == appleSiliconChip) {
+        return MacSmcFan::make(chip, channel, limits);
+    }
+    if (chip.identity().name == intelMacChip) {
+        return AppleSmcFan::make(chip, channel, limits);
+    }
+    return PwmFan::make(chip, channel, limits.isKnown() ? limits : nominalRange(chip, channel));
+}
 
 HwmonInventory takeInventory(Sysfs& sysfs, const SerialQueue* clock, FanOwner owner, FanJournal& journal,
                              Log& log) {
@@ -133,10 +156,11 @@ HwmonInventory takeInventory(Sysfs& sysfs, const SerialQueue* clock, FanOwner ow
             fmt::format("fan {} ({} fan{})", inventory.fans.size(), identity.chip.name, identity.channel);
         inventory.fans.push_back(std::make_unique<HwmonFan>(
             HwmonFan{ChipAttribute(*fan.chip, fmt::format("fan{}_input", fan.channel), SysfsAccess::read),
-                     firmwareTargetOf(*fan.chip, fan.channel), fan.range,
+                     firmwareTargetOf(*fan.chip, fan.channel), modeOf(*fan.chip, fan.channel), fan.range,
                      FanCustody({std::move(name), identity, owner}, std::move(fan.driver), journal, log)}));
     }
     findSensors(inventory);
+    reportClosed(inventory, log);
     return inventory;
 }
 

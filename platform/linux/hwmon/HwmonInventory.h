@@ -18,6 +18,8 @@ struct HwmonFan {
     ChipAttribute speed;
     /// Where the chip tells what the firmware aims at.
     std::optional<ChipAttribute> firmwareTarget;
+    /// Where the chip tells who sets the speed: 1 is manual control.
+    std::optional<ChipAttribute> mode;
     SpeedRange range;
     FanCustody custody;
 };
@@ -41,6 +43,9 @@ struct HwmonInventory {
     std::vector<std::unique_ptr<HwmonFan>> fans;
     std::vector<std::unique_ptr<HwmonSensor>> sensors;
 };
+
+/// The way to drive fan `channel` of `chip`, which outlives it; null for a fan that can only be watched.
+[[nodiscard]] std::unique_ptr<FanDriver> makeFanDriver(HwmonChip& chip, int channel);
 
 /// All arguments outlive the inventory; `clock` may be null.
 [[nodiscard]] HwmonInventory takeInventory(Sysfs& sysfs, const SerialQueue* clock, FanOwner owner,

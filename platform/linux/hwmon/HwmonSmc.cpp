@@ -59,10 +59,15 @@ HwmonSmc::HwmonSmc(std::unique_ptr<Sysfs> sysfs, std::string journalPath, FanOwn
       journal_(std::move(journalPath), log),
       owner_(owner),
       retryQueue_(retryQueue),
-      log_(log) {}
+      log_(log),
+      absentFans_(*sysfs_, journal_, log) {}
 
 std::int32_t HwmonSmc::open() {
     inventory_ = takeInventory(*sysfs_, retryQueue_, owner_, journal_, log_);
+    absentFans_.remember(inventory_);
+    if (!absentFans_.isEmpty()) {
+        startRetrying();
+    }
     if (inventory_.chips.empty()) {
         return noService;
     }
@@ -91,8 +96,7 @@ SmcResult HwmonSmc::read(std::size_t index, std::span<std::uint8_t> bytes) {
             bytes[0] = forceTest_;
             return SmcResult::success;
         case Kind::fanMode:
-            bytes[0] = inventory_.fans[binding.index]->custody.isReleased() ? 0 : forcedMode;
-            return SmcResult::success;
+            return readMode(*inventory_.fans[binding.index], bytes[0]);
         default:
             break;
     }
@@ -187,6 +191,16 @@ std::optional<float> HwmonSmc::target(HwmonFan& fan) {
     return fan.firmwareTarget ? speedOf(*fan.firmwareTarget) : 0.0F;
 }
 
+SmcResult HwmonSmc::readMode(HwmonFan& fan, std::uint8_t& mode) {
+    const bool isReleased = fan.custody.isReleased();
+    // Somebody holds the fan, and the journal does not tell a process without root whether it is the helper.
+    if (isReleased && !journal_.isReadable() && fan.mode && fan.mode->read() == forcedMode) {
+        return SmcResult::notReadable;
+    }
+    mode = isReleased ? 0 : forcedMode;
+    return SmcResult::success;
+}
+
 SmcResult HwmonSmc::setMode(FanCustody& custody, std::uint8_t mode) {
     if (mode > forcedMode) {
         return SmcResult::badArgument;
@@ -207,7 +221,8 @@ void HwmonSmc::startRetrying() {
 }
 
 void HwmonSmc::retryHandBack() {
-    bool isDone = true;
+    absentFans_.handBack();
+    bool isDone = absentFans_.isEmpty();
     for (const auto& fan : inventory_.fans) {
         if (fan->custody.isStuck()) {
             isDone = fan->custody.release() == SmcResult::success && isDone;

@@ -9,6 +9,7 @@
 #include "platform/SerialQueue.h"
 #include "platform/SmcConnection.h"
 #include "platform/SmcKeyTable.h"
+#include "platform/linux/hwmon/AbsentFans.h"
 #include "platform/linux/hwmon/FanJournal.h"
 #include "platform/linux/hwmon/HwmonInventory.h"
 #include "platform/linux/hwmon/Sysfs.h"
@@ -29,7 +30,8 @@ namespace corvane {
 /// without known limits `badArgument`.
 class HwmonSmc final : public SmcConnection, private SmcKeyTable {
 public:
-    /// A fan that could not be handed back is tried again this often.
+    /// A fan that could not be handed back is tried again this often, and one whose chip is absent looked
+    /// for.
     static constexpr Duration retryInterval = std::chrono::seconds(2);
 
     /// `retryQueue`, on which the connection is then used, may be null: a failed hand-back is then repeated
@@ -70,6 +72,7 @@ private:
     void declareTemperatures(std::vector<Binding>& bindings) const;
     [[nodiscard]] std::optional<float> number(const Binding& binding);
     [[nodiscard]] static std::optional<float> target(HwmonFan& fan);
+    SmcResult readMode(HwmonFan& fan, std::uint8_t& mode);
     static SmcResult setMode(FanCustody& custody, std::uint8_t mode);
     static SmcResult setTarget(FanCustody& custody, std::span<const std::uint8_t> bytes);
     void startRetrying();
@@ -81,6 +84,7 @@ private:
     SerialQueue* retryQueue_;
     Log& log_;
     HwmonInventory inventory_;
+    AbsentFans absentFans_;
     std::vector<SmcKey> keys_;
     std::vector<Binding> bindings_;
     std::uint8_t forceTest_ = 0;

@@ -1,6 +1,7 @@
 #include "platform/linux/hwmon/PwmFan.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 #include <fmt/format.h>
@@ -18,9 +19,17 @@ constexpr std::int64_t maxEnable = 255;
 /// Limit of the thinkpad driver, in seconds.
 constexpr std::int64_t maxWatchdog = 120;
 constexpr std::string_view thinkPad = "thinkpad";
+/// Chips whose duty registers hold the duty of manual mode only; later ones of the family tell both.
+constexpr std::array<std::string_view, 5> manualDutyChips = {"it8705", "it8712", "it8716", "it8718",
+                                                             "it8720"};
 /// Its modes only tell how the supply is switched: the kernel's thermal governor sets the duty in all of
 /// them.
 constexpr std::string_view governedFan = "pwmfan";
+
+bool tellsFirmwareDuty(std::string_view chip) {
+    return chip != thinkPad &&
+           std::find(manualDutyChips.begin(), manualDutyChips.end(), chip) == manualDutyChips.end();
+}
 
 }  // namespace
 
@@ -35,6 +44,7 @@ std::unique_ptr<FanDriver> PwmFan::make(HwmonChip& chip, int channel, SpeedRange
 PwmFan::PwmFan(HwmonChip& chip, int channel, SpeedRange range)
     : range_(range),
       isZeroBeyondFullDuty_(chip.identity().name == thinkPad),
+      tellsFirmwareDuty_(tellsFirmwareDuty(chip.identity().name)),
       duty_(chip, fmt::format("pwm{}", channel), SysfsAccess::readWrite),
       enable_(chip, fmt::format("pwm{}_enable", channel), SysfsAccess::readWrite) {
     if (chip.identity().name == thinkPad) {
@@ -66,10 +76,11 @@ bool PwmFan::adopt(const FanOriginals& originals) {
     const auto duty = findValue(originals, "pwm", 0, fullDuty);
     const auto enable = findValue(originals, "enable", 0, maxEnable);
     const auto watchdog = findValue(originals, "watchdog", 0, maxWatchdog);
-    if (!duty || !enable || !isAutomatic(*enable) || (watchdog_ && !watchdog)) {
+    if (!enable || !isAutomatic(*enable)) {
         return false;
     }
-    originalDuty_ = *duty;
+    // Full duty wherever it is not known what the firmware held the fan at.
+    heldDuty_ = *enable == 0 || !tellsFirmwareDuty_ ? fullDuty : duty.value_or(fullDuty);
     originalEnable_ = *enable;
     originalWatchdog_ = watchdog.value_or(0);
     return true;
@@ -79,7 +90,7 @@ bool PwmFan::takeOver() {
     if (watchdog_ && !watchdog_->write(watchdogSeconds)) {
         return false;
     }
-    return enable_.write(manual) && isHeld() == true && duty_.write(heldDuty());
+    return enable_.write(manual) && isHeld() == true && duty_.write(heldDuty_);
 }
 
 std::optional<bool> PwmFan::isHeld() {
@@ -88,8 +99,8 @@ std::optional<bool> PwmFan::isHeld() {
 }
 
 std::optional<float> PwmFan::drive(float rpm) {
-    const std::int64_t duty = std::max(dutyFor(rpm), heldDuty());
-    const float speed = std::max(FanSpeed::within(range_, rpm), speedOf(heldDuty()));
+    const std::int64_t duty = std::max(dutyFor(rpm), heldDuty_);
+    const float speed = std::max(FanSpeed::within(range_, rpm), speedOf(heldDuty_));
     return duty_.write(duty) ? std::optional(speed) : std::nullopt;
 }
 
@@ -113,10 +124,6 @@ bool PwmFan::isHandedBack() {
 
 bool PwmFan::isAutomatic(std::int64_t enable) const {
     return enable != manual && (enable != 0 || !isZeroBeyondFullDuty_);
-}
-
-std::int64_t PwmFan::heldDuty() const {
-    return originalEnable_ == 0 ? fullDuty : originalDuty_;
 }
 
 std::int64_t PwmFan::dutyFor(float rpm) const {

@@ -36,17 +36,18 @@ public:
 private:
     /// Whether `enable` is a mode that a hand-back can restore.
     [[nodiscard]] bool isAutomatic(std::int64_t enable) const;
-    [[nodiscard]] std::int64_t heldDuty() const;
     [[nodiscard]] std::int64_t dutyFor(float rpm) const;
     [[nodiscard]] float speedOf(std::int64_t duty) const;
 
     SpeedRange range_;
     /// Mode 0 is faster than any duty reaches: a fan in it is left alone.
     bool isZeroBeyondFullDuty_;
+    /// The duty tells what the firmware makes of the fan, too.
+    bool tellsFirmwareDuty_;
     ChipAttribute duty_;
     ChipAttribute enable_;
     std::optional<ChipAttribute> watchdog_;
-    std::int64_t originalDuty_ = 0;
+    std::int64_t heldDuty_ = 0;
     std::int64_t originalEnable_ = 0;
     std::int64_t originalWatchdog_ = 0;
 };

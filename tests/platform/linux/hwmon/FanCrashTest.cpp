@@ -151,14 +151,97 @@ TEST_F(FanAfterACrash, IsRestoredFromTheGoodLinesOfADamagedJournal) {
     EXPECT_EQ(rig.journal(), "");
 }
 
-TEST_F(FanAfterACrash, IsNotWrittenToFromAnEntryThatMakesNoSense) {
+TEST_F(FanAfterACrash, IsNeverCalledReleasedWhileItsEntryMakesNoSense) {
+    for (const char* original : {"enable=300", "enable=1", "enable=-1", "pwm=90"}) {
+        HwmonRig other({chip});
+        other.folder.write("fans", "fan\thelper\tdevices/platform/nct6779\tnct6779\t1\t" +
+                                       std::string(original) + "\tend\n");
+        SmcClient smc = other.connect();
+        EXPECT_THAT(other.log.lines(),
+                    ElementsAre("Corvane daemon: fan 0 (nct6779 fan1): WARNING: was not given back, "
+                                "and its journal entry cannot be used"))
+            << original;
+        EXPECT_THAT(smc.ui8("F0Md"), Optional(1)) << original;
+        EXPECT_EQ(smc.writeUi8("F0Md", 0), SmcResult::notWritable) << original;
+        EXPECT_EQ(smc.writeUi8("F0Md", 1), SmcResult::notWritable) << "there is no known way back";
+        EXPECT_THAT(other.hardware.takeWrites(), IsEmpty()) << original;
+    }
+}
+
+TEST_F(FanAfterACrash, IsGivenBackByAnEntryThatTellsItsModeOnly) {
     rig.folder.write("fans", "fan\thelper\tdevices/platform/nct6779\tnct6779\t1\tpwm=70000\tenable=5\tend\n");
+    attribute("pwm1_enable").text = "1\n";
     SmcClient smc = rig.connect();
-    EXPECT_THAT(rig.log.lines(),
-                ElementsAre("Corvane daemon: fan 0 (nct6779 fan1): its journal entry cannot be used"));
+    EXPECT_EQ(smc.writeUi8("F0Md", 1), SmcResult::success);
+    EXPECT_THAT(rig.hardware.takeWrites(), ElementsAre("pwm1_enable=1", "pwm1=255"))
+        << "what the firmware held is not known";
     EXPECT_EQ(smc.writeUi8("F0Md", 0), SmcResult::success);
-    EXPECT_EQ(smc.writeUi8("F0Md", 1), SmcResult::notWritable) << "there is no known way back";
+    EXPECT_THAT(rig.hardware.takeWrites(), ElementsAre("pwm1_enable=5"));
+    EXPECT_EQ(rig.journal(), "");
+}
+
+TEST_F(FanAfterACrash, IsGivenBackAtOnceWhenItsEntryIsGone) {
+    for (const bool isDriven : {true, false}) {
+        SmcClient smc = rig.connect();
+        EXPECT_EQ(smc.writeUi8("F0Md", 1), SmcResult::success);
+        rig.hardware.takeWrites();
+        std::filesystem::remove(rig.journalPath);
+        EXPECT_EQ(isDriven ? smc.writeFlt("F0Tg", 2000.0F) : smc.writeUi8("F0Md", 1), SmcResult::notWritable);
+        EXPECT_THAT(rig.hardware.takeWrites(), ElementsAre("pwm1_enable=5"));
+        EXPECT_THAT(smc.ui8("F0Md"), Optional(0));
+    }
+}
+
+TEST_F(FanAfterACrash, IsTakenBackFromADiagnosticCommandThatForcedIt) {
+    SmcClient helper = rig.connect();
+    EXPECT_EQ(helper.writeUi8("F0Md", 1), SmcResult::success);
+    {
+        SmcClient diagnostics = rig.connect(FanOwner::diagnostics);
+        EXPECT_EQ(diagnostics.writeUi8("F0Md", 0), SmcResult::success);
+        EXPECT_EQ(diagnostics.writeUi8("F0Md", 1), SmcResult::success);
+        EXPECT_THAT(rig.journal(), HasSubstr("diagnostics"));
+    }
+    rig.hardware.takeWrites();
+    EXPECT_EQ(helper.writeUi8("F0Md", 1), SmcResult::success);
+    EXPECT_EQ(helper.writeFlt("F0Tg", 2500.0F), SmcResult::success);
+    EXPECT_THAT(rig.hardware.takeWrites(), ElementsAre("pwm1=213"));
+    EXPECT_THAT(rig.journal(), HasSubstr("fan\thelper"));
+    EXPECT_EQ(helper.writeUi8("F0Md", 0), SmcResult::success);
+    EXPECT_EQ(attribute("pwm1_enable").text, "5\n");
+}
+
+TEST_F(FanAfterACrash, IsGivenBackOnceItsDriverIsLoadedAgain) {
+    crashWhileForced(FanOwner::helper);
+    rig.hardware.unplug(chip);
+    rig.hardware.plug(machines::pwmChip("aquaero", 2, 50, 600));
+    SmcClient smc = rig.connect();
+    const std::vector<std::string> keys = smc.keys();
+    const std::string name = "nct6779 fan1 of devices/platform/nct6779";
+    EXPECT_THAT(rig.log.lines(), ElementsAre("Corvane daemon: WARNING: " + name +
+                                             " was not given back; waiting for its driver"));
+    rig.time.advance(std::chrono::seconds(10));
     EXPECT_THAT(rig.hardware.takeWrites(), IsEmpty());
+
+    chip.number = 7;
+    chip.attributes[2].text = "1\n";
+    rig.hardware.plug(chip);
+    rig.time.advance(std::chrono::seconds(2));
+    EXPECT_THAT(rig.hardware.takeWrites(), ElementsAre("pwm1_enable=5"));
+    EXPECT_EQ(rig.journal(), "");
+    EXPECT_EQ(rig.log.lines().back(), "Corvane daemon: " + name + " given back");
+    EXPECT_EQ(smc.keys(), keys) << "it is not offered";
+    rig.time.advance(std::chrono::seconds(10));
+    EXPECT_EQ(rig.log.lines().size(), 2U) << "nothing is left to wait for";
+}
+
+TEST_F(FanAfterACrash, IsOfUnknownModeToAProcessThatMayNotReadTheJournal) {
+    crashWhileForced(FanOwner::helper);
+    std::filesystem::remove(rig.journalPath);
+    std::filesystem::create_symlink("nowhere", rig.journalPath);
+    SmcClient smc = rig.connect(FanOwner::diagnostics);
+    EXPECT_EQ(smc.ui8("F0Md"), std::nullopt);
+    attribute("pwm1_enable").text = "5\n";
+    EXPECT_THAT(smc.ui8("F0Md"), Optional(0));
 }
 
 TEST_F(FanAfterACrash, OfTheHelperIsOnlyGivenBackByDiagnostics) {

@@ -244,6 +244,15 @@ TEST(HwmonKeys, PassAFailedReadOnAndRecover) {
     }
 }
 
+TEST(HwmonKeys, TellOnceOfListedAttributesThatCannotBeOpened) {
+    HwmonRig rig(machines::thinkPadT420());
+    rig.hardware.at(machines::thinkPadT420()[2].path("temp2_input")).mode = 0200;
+    SmcClient smc = rig.connect();
+    EXPECT_EQ(smc.readResult("Tp01"), SmcResult::notReadable);
+    EXPECT_THAT(rig.log.lines(),
+                ElementsAre("Corvane daemon: cannot open 1 of 3 sensors and 0 of 1 fans that are listed"));
+}
+
 TEST(HwmonKeys, CostOneReadOfTheAttributeEach) {
     HwmonRig rig(machines::thinkPadT420());
     SmcClient smc = rig.connect();

@@ -250,6 +250,17 @@ TEST(PwmFanKinds, HoldFullDutyInPlaceOfTheFullSpeedMode) {
                 ElementsAre("pwm1_enable=1", "pwm1=255", "pwm1=255", "pwm1_enable=0"));
 }
 
+TEST(PwmFanKinds, HoldFullDutyWhereTheFirmwaresDutyCannotBeRead) {
+    for (const char* name : {"thinkpad", "it8705", "it8712", "it8716", "it8718", "it8720"}) {
+        HwmonRig rig({machines::pwmChip(name, 2, 100, 900)});
+        SmcClient smc = rig.connect();
+        EXPECT_EQ(smc.writeUi8("F0Md", 1), SmcResult::success) << name;
+        EXPECT_EQ(smc.writeFlt("F0Tg", 1000.0F), SmcResult::success) << name;
+        EXPECT_THAT(rig.hardware.takeWrites(), ElementsAre("pwm1_enable=1", "pwm1=255", "pwm1=255")) << name;
+        EXPECT_THAT(smc.flt("F0Tg"), Optional(3000.0F)) << name;
+    }
+}
+
 TEST(PwmFanKinds, LeaveAFanOfTheThermalGovernorToIt) {
     for (const int enable : {0, 1, 2}) {
         HwmonRig rig({machines::pwmChip("pwmfan", enable, 40, 900)});
@@ -334,6 +345,15 @@ TEST_F(ThinkPadFan, IsGuardedByItsDriversWatchdogWhileHeld) {
     EXPECT_EQ(smc.writeUi8("F0Md", 0), SmcResult::success);
     EXPECT_THAT(rig.hardware.takeWrites(), ElementsAre("pwm1_enable=2", "fan_watchdog=0"));
     EXPECT_THAT(smc.ui8("F0Md"), Optional(0));
+}
+
+TEST_F(ThinkPadFan, IsGivenBackByAnEntryThatDoesNotTellItsWatchdog) {
+    rig.folder.write("fans", "fan\thelper\tdevices/platform/thinkpad\tthinkpad\t1\tpwm=90\tenable=2\tend\n");
+    enable().text = "1\n";
+    SmcClient smc = rig.connect();
+    EXPECT_THAT(smc.ui8("F0Md"), Optional(1));
+    EXPECT_EQ(smc.writeUi8("F0Md", 0), SmcResult::success);
+    EXPECT_THAT(rig.hardware.takeWrites(), ElementsAre("pwm1_enable=2", "fan_watchdog=0"));
 }
 
 TEST_F(ThinkPadFan, IsNotOfferedWhenItsDriverForbidsControl) {
