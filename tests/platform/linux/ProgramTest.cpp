@@ -89,12 +89,13 @@ TEST_F(DaemonTest, FailsWhenAnotherOwnsItsName) {
     EXPECT_THAT(BusCaller(bus.address()).status().get<bool>(StatusKey::isBoosted), Pointee(true));
 }
 
-TEST_F(DaemonTest, FailsWithoutABus) {
-    Environment variables = environment();
-    variables["CORVANE_HELPER_BUS"] = "unix:path=/no/such/bus";
-    ChildProcess daemon(program, {"--daemon"}, variables);
-    EXPECT_EQ(daemon.wait(), 1);
-    EXPECT_THAT(daemon.errors(), HasSubstr("cannot listen on de.tavrin.corvane.smchelper: "));
+TEST(Program, FailsAsADaemonWithoutABus) {
+    for (const char* bus : {"unix:path=/no/such/bus", "nonsense:", "unix:"}) {
+        ChildProcess daemon(program, {"--daemon"},
+                            {{"CORVANE_SMC", "simulated"}, {"CORVANE_HELPER_BUS", bus}});
+        EXPECT_EQ(daemon.wait(), 1) << daemon.errors();
+        EXPECT_THAT(daemon.errors(), HasSubstr("cannot listen on de.tavrin.corvane.smchelper: "));
+    }
 }
 
 TEST(Program, RefusesNonsenseInItsEnvironmentInOneLine) {
