@@ -59,8 +59,8 @@ int runDaemon(HelperPlatform& platform) {
     const int status = mainLoop.run();
 
     listener.reset();
-    // Ahead of requests that still wait: they find the service gone. All that lives on the queue's time ends on
-    // it; the delegate's is the last other reference to the service.
+    // Ahead of requests that still wait: they find the service gone. All that lives on the queue's time ends
+    // on it; the delegate's is the last other reference to the service.
     queue->syncAhead([&] {
         service->emergencyRelease();
         watchdogFeed.reset();
