@@ -171,9 +171,9 @@ private:
     class Observer final : public SuspendObserver {
     public:
         explicit Observer(TestHelperPlatform& platform) : platform_(platform) {}
-        void observe(std::function<void()> beforeSuspend, std::function<void()> afterResume) override {
-            platform_.beforeSuspend = std::move(beforeSuspend);
-            platform_.afterResume = std::move(afterResume);
+        void observe(std::function<void()> before, std::function<void()> after) override {
+            platform_.beforeSuspend = std::move(before);
+            platform_.afterResume = std::move(after);
         }
 
     private:
@@ -201,10 +201,10 @@ private:
             platform_.events.write("[listener gone]");
             platform_.delegate = nullptr;
         }
-        std::optional<std::string> resume(HelperListenerDelegate& delegate) override {
+        std::optional<std::string> resume(HelperListenerDelegate& accepting) override {
             platform_.events.write("[listener resumed]");
             if (!platform_.listenFailure) {
-                platform_.delegate = &delegate;
+                platform_.delegate = &accepting;
             }
             return platform_.listenFailure;
         }
