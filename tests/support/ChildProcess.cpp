@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #include <fcntl.h>
+#include <fmt/format.h>
 #include <poll.h>
 #include <spawn.h>
 #include <sys/wait.h>
@@ -36,7 +37,7 @@ ChildProcess::ChildProcess(const std::string& program, const std::vector<std::st
     const char* path = std::getenv("PATH");
     std::vector<std::string> variables{std::string("PATH=") + (path != nullptr ? path : "")};
     for (const auto& [name, value] : environment) {
-        variables.push_back(name + "=" + value);
+        variables.push_back(fmt::format("{}={}", name, value));
     }
 
     std::array<int, 2> ends{-1, -1};

@@ -4,6 +4,7 @@
 #include <csignal>
 #include <cstring>
 
+#include <fmt/format.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -106,7 +107,7 @@ TEST(Program, RefusesNonsenseInItsEnvironmentInOneLine) {
                          {"CORVANE_HELPER_BUS", "it must be \"system\", \"session\" or a D-Bus address"}}) {
             ChildProcess process(program, {role}, {{variable, "nonsense"}});
             EXPECT_EQ(process.wait(), 1);
-            EXPECT_EQ(process.errors(), "corvane: " + variable + " is \"nonsense\"; " + problem + "\n");
+            EXPECT_EQ(process.errors(), fmt::format("corvane: {} is \"nonsense\"; {}\n", variable, problem));
         }
     }
 }
