@@ -1,0 +1,70 @@
+#include "app/installer/LaunchdInstaller.h"
+
+#include <utility>
+
+#include "app/installer/AppleScriptSource.h"
+#include "app/installer/LaunchdPropertyList.h"
+#include "app/installer/LaunchdScript.h"
+
+namespace corvane {
+
+namespace {
+
+constexpr const char* temporaryName = "de.tavrin.switchyard.smchelper.plist";
+constexpr const char* germanPrompt =
+    "Corvane installiert ein Hilfswerkzeug zur Lüftersteuerung. Danach läuft alles ohne weitere "
+    "Passwort-Abfragen.";
+constexpr const char* englishPrompt =
+    "Corvane is installing a small helper for fan control. After this, everything runs without further "
+    "password "
+    "prompts.";
+
+}  // namespace
+
+LaunchdInstaller::LaunchdInstaller(FileSystem& files, AppleScript& scripting, Paths paths,
+                                   std::function<bool()> isGerman)
+    : files_(files), scripting_(scripting), paths_(std::move(paths)), isGerman_(std::move(isGerman)) {}
+
+bool LaunchdInstaller::isInstalled() const {
+    return files_.isFile(paths_.installed.helper) && files_.isFile(paths_.installed.propertyList);
+}
+
+bool LaunchdInstaller::needsUpdate() const {
+    return isInstalled() && paths_.bundledHelper &&
+           files_.differ(*paths_.bundledHelper, paths_.installed.helper);
+}
+
+void LaunchdInstaller::install(Done done) {
+    done(installed());
+}
+
+InstallResult LaunchdInstaller::installed() {
+    if (!paths_.bundledHelper || !files_.isFile(*paths_.bundledHelper)) {
+        return InstallResult::failure("Standalone helper binary not found in app bundle");
+    }
+    const std::filesystem::path list = paths_.temporaryFolder / temporaryName;
+    if (const auto error = files_.writeAtomically(list, makePlist(paths_.installed.helper))) {
+        return InstallResult::failure("Could not write plist: " + *error);
+    }
+    InstallResult result = runAsRoot(launchdScript(*paths_.bundledHelper, list, paths_.installed));
+    files_.remove(list);
+    return result;
+}
+
+InstallResult LaunchdInstaller::runAsRoot(const std::string& shellScript) {
+    const AppleScriptResult result =
+        scripting_.run(appleScriptSource(shellScript, isGerman_() ? germanPrompt : englishPrompt));
+    switch (result.outcome) {
+        case AppleScriptResult::Outcome::success:
+            return InstallResult::success();
+        case AppleScriptResult::Outcome::notCreated:
+            return InstallResult::failure("Failed to create AppleScript");
+        case AppleScriptResult::Outcome::failure:
+            break;
+    }
+    return result.number == AppleScriptResult::userCancelled
+               ? InstallResult::cancelled()
+               : InstallResult::failure(result.message.value_or("unknown error"));
+}
+
+}  // namespace corvane

@@ -1,0 +1,65 @@
+#include "app/installer/LaunchdPropertyList.h"
+
+#include <string_view>
+
+#include <fmt/format.h>
+
+#include "platform/FanHelperProtocol.h"
+
+namespace corvane {
+
+namespace {
+
+constexpr std::string_view form = R"(<?xml version="1.0" encoding="UTF-8"?>
+<!DOCTYPE plist PUBLIC "-//Apple//DTD PLIST 1.0//EN" "http://www.apple.com/DTDs/PropertyList-1.0.dtd">
+<plist version="1.0">
+<dict>
+    <key>Label</key>
+    <string>{label}</string>
+    <key>ProgramArguments</key>
+    <array>
+        <string>{helper}</string>
+        <string>--daemon</string>
+    </array>
+    <key>MachServices</key>
+    <dict>
+        <key>{label}</key>
+        <true/>
+    </dict>
+    <key>StandardErrorPath</key>
+    <string>{log}</string>
+    <key>StandardOutPath</key>
+    <string>{log}</string>
+</dict>
+</plist>
+)";
+
+std::string xmlText(std::string_view text) {
+    std::string escaped;
+    for (const char character : text) {
+        switch (character) {
+            case '&':
+                escaped += "&amp;";
+                break;
+            case '<':
+                escaped += "&lt;";
+                break;
+            case '>':
+                escaped += "&gt;";
+                break;
+            default:
+                escaped += character;
+        }
+    }
+    return escaped;
+}
+
+}  // namespace
+
+std::string makePlist(const std::filesystem::path& helper) {
+    return fmt::format(form, fmt::arg("label", FanHelperProtocol::serviceName),
+                       fmt::arg("helper", xmlText(helper.string())),
+                       fmt::arg("log", "/var/log/corvane-smchelper.log"));
+}
+
+}  // namespace corvane
