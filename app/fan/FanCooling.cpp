@@ -119,7 +119,7 @@ void FanController::cancelBoostExpiry() {
 void FanController::boostExpired() {
     fansEnabled_ = false;
     resetBoost();
-    const bool keepsCooling = triggerProfile_.value().has_value();
+    const bool keepsCooling = triggerProfile().has_value();
     if (keepsCooling) {
         evaluateAutoCooling(true);
     }
@@ -157,7 +157,7 @@ void FanController::setFansEnabled(bool on) {
         if (isBoosted_) {
             resetBoost();
         }
-        if (triggerProfile_.value()) {
+        if (triggerProfile()) {
             evaluateAutoCooling(true);
         }
         return;
@@ -181,7 +181,7 @@ void FanController::setManualFloor(double percent) {
         return;
     }
     manualPercent_ = std::min(percent, fullSpeed);
-    if (triggerProfile_.value()) {
+    if (triggerProfile()) {
         evaluateAutoCooling(true);
     } else {
         targetPercent_ = manualPercent_;
@@ -240,8 +240,8 @@ void FanController::setAuto(bool on) {
 }
 
 double FanController::coolingTemperature() const {
-    const std::optional<double> cpu = cpuTempSmoothed_.value() ? cpuTempSmoothed_ : cpuTemp_;
-    return std::max(cpu.value_or(0), gpuTempSmoothed_.value().value_or(0));
+    const std::optional<double> cpu = cpuTempSmoothed() ? cpuTempSmoothed() : cpuTemp();
+    return std::max(cpu.value_or(0), gpuTempSmoothed().value_or(0));
 }
 
 void FanController::evaluateAutoCooling(bool force) {
@@ -303,7 +303,7 @@ void FanController::requestCooling(std::optional<ProfileKind> kind, const std::s
 }
 
 void FanController::setTriggerCooling(std::optional<ProfileKind> kind) {
-    if (kind == triggerProfile_) {
+    if (kind == triggerProfile()) {
         return;
     }
     triggerProfile_ = kind;

@@ -90,7 +90,7 @@ void FanController::endSpinUpIfReached() {
     if (!spinningUp_ || !spinUpStarted_) {
         return;
     }
-    const QList<FanInfo>& fans = fans_.value();
+    const QList<FanInfo> fans = fans_;
     if (std::ranges::any_of(fans, isSpunUp) || mainLoop_.bootTime() - *spinUpStarted_ > longestSpinUp) {
         endSpinUp();
     }
@@ -102,7 +102,7 @@ void FanController::takeTemperatures(const StatusRecord& status) {
         appendBounded(tempHistory_, *temp, tempHistoryLimit);
         cpuTempSmoothed_ = medianOf(tempHistory_);
         QList<double> trend = tempTrend_;
-        appendBounded(trend, *cpuTempSmoothed_.value(), tempTrendLimit);
+        appendBounded(trend, *cpuTempSmoothed(), tempTrendLimit);
         tempTrend_ = trend;
     }
     const auto gpuTemp = finite(status, StatusKey::gpuTemp);
@@ -114,7 +114,7 @@ void FanController::takeTemperatures(const StatusRecord& status) {
 }
 
 void FanController::reconcileDaemonState(bool daemonForcingFans, bool daemonLidLock) {
-    const bool areFansIntended = fansEnabled_ || triggerProfile_.value() || autoEngaged_;
+    const bool areFansIntended = fansEnabled_ || triggerProfile() || autoEngaged_;
     const bool isFanMismatch = daemonForcingFans && !areFansIntended;
     const bool isLidMismatch = daemonLidLock && !intendedLidLock_;
     if (!isFanMismatch && !isLidMismatch) {
@@ -143,7 +143,7 @@ void FanController::checkHeatAlert() {
     if (!heatAlertsEnabled()) {
         return;
     }
-    const double temp = cpuTempSmoothed_.value().value_or(0);
+    const double temp = cpuTempSmoothed().value_or(0);
     if (temp >= overheatTemp && !overheatNotified_) {
         overheatNotified_ = true;
         notifier_.notify(
