@@ -1,0 +1,186 @@
+#include "platform/linux/desktop/JsonSettingsFile.h"
+
+#include <QJsonDocument>
+#include <QSaveFile>
+#include <cerrno>
+#include <system_error>
+
+#include <fcntl.h>
+#include <fmt/format.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace corvane {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// More links in a row than the system itself follows.
+constexpr int mostLinks = 40;
+/// Damaged files that are kept.
+constexpr int mostSetAside = 1000;
+
+FileStamp stampOf(const struct stat& status) {
+    return {status.st_dev, status.st_ino, status.st_size, status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
+}
+
+std::string textOf(int error) {
+    return std::system_category().message(error);
+}
+
+/// The file that `path` leads to, whether it exists or not.
+fs::path followLinks(fs::path path) {
+    std::error_code error;
+    for (int links = 0; links < mostLinks && fs::is_symlink(path, error); ++links) {
+        path = path.parent_path() / fs::read_symlink(path, error);
+    }
+    return path;
+}
+
+std::optional<std::string> makePrivateFolder(const fs::path& folder) {
+    if (folder.empty() || mkdir(folder.c_str(), S_IRWXU) == 0) {
+        return std::nullopt;
+    }
+    if (errno == ENOENT && folder != folder.parent_path()) {
+        if (auto failure = makePrivateFolder(folder.parent_path())) {
+            return failure;
+        }
+        return mkdir(folder.c_str(), S_IRWXU) == 0 ? std::nullopt : std::optional(textOf(errno));
+    }
+    std::error_code error;
+    return fs::is_directory(folder, error) ? std::nullopt : std::optional(textOf(ENOTDIR));
+}
+
+class OpenFile {
+public:
+    // A pipe in the file's place must not hold anything up.
+    explicit OpenFile(const fs::path& path)
+        : descriptor_(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY)) {}
+    OpenFile(const OpenFile&) = delete;
+    OpenFile& operator=(const OpenFile&) = delete;
+    ~OpenFile() {
+        if (descriptor_ >= 0) {
+            close(descriptor_);
+        }
+    }
+
+    [[nodiscard]] int descriptor() const { return descriptor_; }
+
+private:
+    int descriptor_;
+};
+
+/// Up to one byte more than is allowed; none on an error, which is in `errno`.
+std::optional<QByteArray> readAll(int descriptor) {
+    QByteArray bytes(JsonSettingsFile::maxSize + 1, Qt::Uninitialized);
+    qsizetype filled = 0;
+    while (filled < bytes.size()) {
+        const ssize_t got =
+            ::read(descriptor, bytes.data() + filled, static_cast<std::size_t>(bytes.size() - filled));
+        if (got < 0 && errno == EINTR) {
+            continue;
+        }
+        if (got < 0) {
+            return std::nullopt;
+        }
+        if (got == 0) {
+            break;
+        }
+        filled += got;
+    }
+    bytes.truncate(filled);
+    return bytes;
+}
+
+JsonSettingsFile::Contents parse(const QByteArray& bytes) {
+    if (bytes.size() > JsonSettingsFile::maxSize) {
+        return JsonSettingsFile::Damaged{fmt::format("larger than {} bytes", JsonSettingsFile::maxSize)};
+    }
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(bytes, &error);
+    if (error.error != QJsonParseError::NoError) {
+        return JsonSettingsFile::Damaged{
+            fmt::format("{} at byte {}", error.errorString().toStdString(), error.offset)};
+    }
+    if (!document.isObject()) {
+        return JsonSettingsFile::Damaged{"not a JSON object"};
+    }
+    return document.object();
+}
+
+QByteArray toBytes(const QJsonObject& contents) {
+    return QJsonDocument(contents).toJson(QJsonDocument::Indented);
+}
+
+}  // namespace
+
+JsonSettingsFile::Contents JsonSettingsFile::read() {
+    known_ = std::nullopt;
+    const OpenFile file(path_);
+    if (file.descriptor() < 0) {
+        return errno == ENOENT ? Contents(Absent{}) : Contents(Unreadable{textOf(errno)});
+    }
+    struct stat status {};
+    if (fstat(file.descriptor(), &status) != 0 || !S_ISREG(status.st_mode)) {
+        return Unreadable{"not a file"};
+    }
+    known_ = stampOf(status);
+    const std::optional<QByteArray> bytes = readAll(file.descriptor());
+    return bytes ? parse(*bytes) : Contents(Unreadable{textOf(errno)});
+}
+
+std::optional<std::string> JsonSettingsFile::write(const QJsonObject& contents) {
+    const QByteArray bytes = toBytes(contents);
+    if (bytes.size() > maxSize) {
+        return fmt::format("larger than {} bytes", maxSize);
+    }
+    const fs::path target = followLinks(path_);
+    if (auto failure = makePrivateFolder(target.parent_path())) {
+        return failure;
+    }
+    QSaveFile file(QString::fromStdString(target.string()));
+    // Buffered, a write that fails would be found out about too late.
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) ||
+        !file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner) ||
+        file.write(bytes) != bytes.size()) {
+        return file.errorString().toStdString();
+    }
+    struct stat status {};
+    const bool isKnown = fstat(file.handle(), &status) == 0;
+    if (!file.commit()) {
+        return file.errorString().toStdString();
+    }
+    known_ = isKnown ? std::optional(stampOf(status)) : std::nullopt;
+    return std::nullopt;
+}
+
+bool JsonSettingsFile::hasChanged() const {
+    struct stat status {};
+    const bool exists = stat(path_.c_str(), &status) == 0;
+    return (exists ? std::optional(stampOf(status)) : std::nullopt) != known_;
+}
+
+bool JsonSettingsFile::isTooLarge(const QJsonObject& contents) {
+    return toBytes(contents).size() > maxSize;
+}
+
+std::variant<fs::path, std::string> JsonSettingsFile::setAside() const {
+    const fs::path from = followLinks(path_);
+    std::error_code error;
+    for (int number = 1; number <= mostSetAside; ++number) {
+        fs::path to = from;
+        to += number == 1 ? ".damaged" : fmt::format(".damaged-{}", number);
+        if (fs::symlink_status(to, error).type() != fs::file_type::not_found) {
+            continue;
+        }
+        fs::rename(from, to, error);
+        if (error) {
+            return error.message();
+        }
+        return to;
+    }
+    return fmt::format("there are {} damaged ones already", mostSetAside);
+}
+
+}  // namespace corvane
