@@ -18,7 +18,7 @@ namespace corvane {
 
 namespace {
 
-constexpr std::size_t blockSize = 64 * 1024;
+constexpr std::size_t blockSize = std::size_t{64} * 1024;
 
 std::string lastError() {
     return std::generic_category().message(errno);
