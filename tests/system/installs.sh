@@ -24,5 +24,10 @@ for file in $unit /usr/share/dbus-1/system-services/de.tavrin.corvane.smchelper.
     /usr/share/dbus-1/system.d/de.tavrin.corvane.smchelper.conf; do
     [[ -f $stage$file ]] || fail "$file is missing"
 done
+for file in corvane-helper install-helper helper.unit helper.activation helper.policy; do
+    [[ -f $stage/usr/libexec/corvane/$file ]] || fail "the application has no $file to install"
+done
+grep --quiet --fixed-strings '>/usr/libexec/corvane/install-helper<' \
+    "$stage/usr/share/polkit-1/actions/de.tavrin.corvane.policy" || fail "polkit's action names another script"
 grep --quiet --fixed-strings --line-regexp "ExecStart=\"$helper\" --daemon" "$stage$unit" ||
     fail "the unit does not start the installed helper"
