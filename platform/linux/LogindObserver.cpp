@@ -31,22 +31,13 @@ void LogindObserver::observe(std::function<void()> beforeSuspend, std::function<
 
 void LogindObserver::subscribe() {
     manager_ = sdbus::createProxy(*connection_, Logind::busName, Logind::objectPath);
-    manager_->uponSignal("PrepareForSleep").onInterface(Logind::interface).call([this](bool isGoingDown) {
-        prepareForSleep(isGoingDown);
-    });
-    manager_->finishRegistration();
-
-    bus_ = sdbus::createProxy(*connection_, "org.freedesktop.DBus", "/org/freedesktop/DBus");
-    bus_->uponSignal("NameOwnerChanged")
-        .onInterface("org.freedesktop.DBus")
-        .call([this](const std::string& name, const std::string&, const std::string& newOwner) {
-            if (name == Logind::busName && !newOwner.empty()) {
-                // A login manager that came up anew does not finish the suspend that the old one announced.
-                prepareForSleep(false);
-                onRestart_();
-            }
+    signals_.emplace(
+        *connection_, [this](bool isGoingDown) { prepareForSleep(isGoingDown); },
+        [this] {
+            // A login manager that came up anew does not finish the suspend that the old one announced.
+            prepareForSleep(false);
+            onRestart_();
         });
-    bus_->finishRegistration();
 }
 
 void LogindObserver::takeDelayLock() {

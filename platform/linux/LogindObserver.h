@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 
 #include <asio/io_context.hpp>
 #include <sdbus-c++/IConnection.h>
@@ -10,6 +11,7 @@
 #include "platform/Log.h"
 #include "platform/SuspendObserver.h"
 #include "platform/linux/BusPump.h"
+#include "platform/linux/LogindSignals.h"
 
 namespace corvane {
 
@@ -35,7 +37,7 @@ private:
     std::function<void()> afterResume_;
     std::unique_ptr<sdbus::IConnection> connection_;
     std::unique_ptr<sdbus::IProxy> manager_;
-    std::unique_ptr<sdbus::IProxy> bus_;
+    std::optional<LogindSignals> signals_;
     std::unique_ptr<BusPump> pump_;
     sdbus::UnixFd delayLock_;
 };

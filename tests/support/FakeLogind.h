@@ -30,6 +30,10 @@ public:
         object_->registerMethod("Inhibit").onInterface(interface).implementedAs(
             [this](const std::string& what, const std::string& who, const std::string& why,
                    const std::string& mode) { return giveLock(what + '|' + who + '|' + why + '|' + mode); });
+        object_->registerProperty("PreparingForSleep").onInterface(interface).withGetter([this] {
+            questions_.add("PreparingForSleep");
+            return false;
+        });
         object_->registerSignal("PrepareForSleep").onInterface(interface).withParameters<bool>();
         object_->finishRegistration();
         connection_->requestName("org.freedesktop.login1");
@@ -39,6 +43,15 @@ public:
     void tellOfSuspend(bool isGoingDown) {
         object_->emitSignal("PrepareForSleep").onInterface(interface).withArguments(isGoingDown);
     }
+
+    /// The same signal without its argument, and with one that makes no sense.
+    void tellNonsense() {
+        object_->emitSignal("PrepareForSleep").onInterface(interface);
+        object_->emitSignal("PrepareForSleep").onInterface(interface).withArguments(std::string("now"));
+    }
+
+    /// The properties it was asked for.
+    [[nodiscard]] const Notes<std::string>& questions() const { return questions_; }
 
     [[nodiscard]] const Notes<Lock>& locks() const { return locks_; }
 
@@ -70,6 +83,7 @@ private:
     }
 
     Notes<Lock> locks_;
+    Notes<std::string> questions_;
     std::unique_ptr<sdbus::IConnection> connection_;
     std::unique_ptr<sdbus::IObject> object_;
 };

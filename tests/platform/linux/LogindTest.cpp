@@ -83,6 +83,15 @@ TEST_F(LogindObserverTest, HoldsEachSuspendUpUntilItWasHeard) {
     EXPECT_THAT(log.lines(), IsEmpty());
 }
 
+TEST_F(LogindObserverTest, IgnoresNoticesThatMakeNoSense) {
+    FakeLogind logind(bus.address());
+    observe();
+    logind.tellNonsense();
+    logind.tellOfSuspend(true);
+    ASSERT_TRUE(runUntilHeard(1));
+    EXPECT_THAT(heard, ElementsAre("suspending"));
+}
+
 TEST_F(LogindObserverTest, GoesOnWithALoginManagerThatComesUpAnew) {
     std::optional<FakeLogind> logind(bus.address());
     observe();
