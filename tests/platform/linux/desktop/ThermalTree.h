@@ -16,9 +16,9 @@
 namespace corvane {
 
 /// Shown when a test fails.
-inline void PrintTo(ThermalState state, std::ostream* out) {
+inline std::ostream& operator<<(std::ostream& out, ThermalState state) {
     constexpr std::array names = {"nominal", "fair", "serious", "critical"};
-    *out << names.at(static_cast<std::size_t>(state));
+    return out << names.at(static_cast<std::size_t>(state));
 }
 
 /// The types and temperatures (m°C) of trip points.

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include "platform/Log.h"
+#include "platform/ResumeObserver.h"
+#include "platform/SerialQueue.h"
+#include "platform/linux/desktop/BusThread.h"
+
+namespace corvane {
+
+/// Hears of resumes from the login manager, on the system bus. Main loop.
+///
+/// It goes on with a login manager that comes up anew; when that happens between a suspend and its resume,
+/// the new one says nothing of the resume, and its coming up counts as one. Without a login manager, and once
+/// the bus has gone away, nothing is heard, and one line in the log says so.
+class LogindResumeObserver final : public ResumeObserver {
+public:
+    /// All arguments outlive the observer.
+    LogindResumeObserver(BusThread& bus, SerialQueue& mainLoop, Log& log);
+    ~LogindResumeObserver() override;
+
+    void observe(std::function<void()> afterResume) override;
+
+private:
+    class Listener;
+
+    BusThread& bus_;
+    SerialQueue& mainLoop_;
+    Log& log_;
+    /// What is on its way to the main loop finds this gone when the observer is.
+    std::shared_ptr<std::function<void()>> afterResume_;
+    /// Belongs to the bus thread.
+    std::shared_ptr<Listener> listener_;
+};
+
+}  // namespace corvane

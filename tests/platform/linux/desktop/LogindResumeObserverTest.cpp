@@ -1,0 +1,179 @@
+#include <future>
+#include <optional>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "platform/linux/AsioSerialQueue.h"
+#include "platform/linux/desktop/LogindResumeObserver.h"
+#include "platform/simulated/RecordingLog.h"
+#include "tests/support/EnvironmentVariable.h"
+#include "tests/support/FakeLogind.h"
+#include "tests/support/PrivateBus.h"
+
+namespace corvane {
+namespace {
+
+using testing::IsEmpty;
+using testing::StartsWith;
+
+/// A private bus stands in for the system's, a queue for the main loop.
+class LogindResumeObserverTest : public testing::Test {
+protected:
+    void SetUp() override {
+        if (bus.problem()) {
+            GTEST_SKIP() << *bus.problem();
+        }
+    }
+
+    void TearDown() override { end(); }
+
+    void observe() {
+        mainLoop.sync([&] {
+            observer.emplace(thread, mainLoop, log);
+            observer->observe([this] { resumes.add(true); });
+        });
+        haveThreadsDone();
+    }
+
+    void end() {
+        mainLoop.sync([&] { observer.reset(); });
+    }
+
+    /// Returns when the bus thread and then the main loop have done what they were handed.
+    void haveThreadsDone() {
+        std::promise<void> done;
+        thread.post([&] { mainLoop.async([&] { done.set_value(); }); });
+        done.get_future().wait();
+    }
+
+    /// Returns when what the login manager has said was heard.
+    void hear(FakeLogind& logind) {
+        const std::size_t before = resumes.size();
+        logind.tellOfSuspend(false);
+        ASSERT_TRUE(resumes.waitFor(before + 1));
+    }
+
+    bool logs(const std::string& text, std::size_t times) {
+        const auto end = std::chrono::steady_clock::now() + testPatience;
+        while (log.count(text) < times && std::chrono::steady_clock::now() < end) {
+            haveThreadsDone();
+        }
+        return log.count(text) == times;
+    }
+
+    PrivateBus bus;
+    const EnvironmentVariable systemBus{"DBUS_SYSTEM_BUS_ADDRESS", bus.address().c_str()};
+    RecordingLog log;
+    Notes<bool> resumes;
+    AsioSerialQueue mainLoop{"main"};
+    BusThread thread;
+    std::optional<LogindResumeObserver> observer;
+};
+
+TEST_F(LogindResumeObserverTest, TellsOfEachResume) {
+    FakeLogind logind(bus.address());
+    observe();
+    logind.tellOfSuspend(true);
+    logind.tellOfSuspend(false);
+    logind.tellOfSuspend(true);
+    logind.tellOfSuspend(false);
+    ASSERT_TRUE(resumes.waitFor(2));
+    hear(logind);
+    EXPECT_EQ(resumes.size(), 3U) << "a suspend itself is no resume";
+    EXPECT_THAT(logind.locks().all(), IsEmpty()) << "suspends are not held up";
+    EXPECT_THAT(log.lines(), IsEmpty());
+}
+
+TEST_F(LogindResumeObserverTest, TellsOnTheMainLoop) {
+    FakeLogind logind(bus.address());
+    std::promise<std::thread::id> ranOn;
+    std::thread::id main;
+    mainLoop.sync([&] {
+        main = std::this_thread::get_id();
+        observer.emplace(thread, mainLoop, log);
+        observer->observe([&] { ranOn.set_value(std::this_thread::get_id()); });
+    });
+    haveThreadsDone();
+    logind.tellOfSuspend(false);
+    EXPECT_EQ(ranOn.get_future().get(), main);
+}
+
+TEST_F(LogindResumeObserverTest, IgnoresNoticesThatMakeNoSense) {
+    FakeLogind logind(bus.address());
+    observe();
+    logind.tellNonsense();
+    hear(logind);
+    EXPECT_EQ(resumes.size(), 1U);
+}
+
+TEST_F(LogindResumeObserverTest, GoesOnWithALoginManagerThatComesUpAnew) {
+    std::optional<FakeLogind> logind(bus.address());
+    observe();
+    ASSERT_TRUE(logind->questions().waitFor(1));
+    hear(*logind);
+    logind.reset();
+    logind.emplace(bus.address());
+    hear(*logind);
+    EXPECT_EQ(resumes.size(), 2U) << "its coming up is no resume";
+    EXPECT_THAT(log.lines(), IsEmpty());
+}
+
+TEST_F(LogindResumeObserverTest, TakesALoginManagerThatCameUpDuringASuspendForAResume) {
+    std::optional<FakeLogind> logind(bus.address());
+    observe();
+    ASSERT_TRUE(logind->questions().waitFor(1));
+    logind->tellOfSuspend(true);
+    logind.reset();
+    logind.emplace(bus.address());
+    EXPECT_TRUE(resumes.waitFor(1));
+}
+
+TEST_F(LogindResumeObserverTest, SaysOnceThatThereIsNoLoginManagerAndStillHearsOfALaterOne) {
+    observe();
+    ASSERT_TRUE(logs("Corvane: no login manager, resumes will not be noticed: ", 1));
+    FakeLogind logind(bus.address());
+    hear(logind);
+    EXPECT_EQ(log.lines().size(), 1U);
+}
+
+TEST_F(LogindResumeObserverTest, SaysOnceThatThereIsNoBus) {
+    const EnvironmentVariable none("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/no/such/bus");
+    observe();
+    ASSERT_EQ(log.lines().size(), 1U);
+    EXPECT_THAT(log.lines().front(), StartsWith("Corvane: no login manager, resumes will not be noticed: "));
+}
+
+TEST_F(LogindResumeObserverTest, SaysOnceThatTheBusHasGoneAway) {
+    std::optional<FakeLogind> logind(bus.address());
+    observe();
+    ASSERT_TRUE(logind->questions().waitFor(1));
+    hear(*logind);
+    logind.reset();
+    bus.end();
+    EXPECT_TRUE(logs("Corvane: lost the login manager: ", 1));
+    haveThreadsDone();
+    EXPECT_EQ(log.lines().size(), 1U);
+}
+
+TEST_F(LogindResumeObserverTest, TellsNobodyWhoHasGone) {
+    FakeLogind logind(bus.address());
+    mainLoop.sync([&] {
+        observer.emplace(thread, mainLoop, log);
+        observer->observe([this] { resumes.add(true); });
+        // Heard while the main loop is busy ending the observer.
+        logind.tellOfSuspend(false);
+        observer.reset();
+    });
+    haveThreadsDone();
+    EXPECT_THAT(resumes.all(), IsEmpty());
+}
+
+TEST_F(LogindResumeObserverTest, MayGoWithoutHavingObserved) {
+    mainLoop.sync([&] { observer.emplace(thread, mainLoop, log); });
+    end();
+    EXPECT_THAT(log.lines(), IsEmpty());
+}
+
+}  // namespace
+}  // namespace corvane
