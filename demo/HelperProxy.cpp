@@ -44,12 +44,9 @@ std::string HelperProxy::stopBoost() {
 }
 
 StatusRecord HelperProxy::status() {
-    BusDictionary status;
-    proxy_->callMethod("getStatusWithReply")
-        .onInterface(HelperAddress::interface)
-        .withTimeout(longestWait)
-        .storeResultsTo(status);
-    return fromBus(status);
+    const auto call = proxy_->createMethodCall(HelperAddress::interface, "getStatusWithReply");
+    auto reply = proxy_->callMethod(call, longestWait);
+    return fromBus(reply);
 }
 
 }  // namespace corvane

@@ -38,11 +38,9 @@ public:
     }
 
     StatusRecord status() {
-        BusDictionary dictionary;
-        proxy_->callMethod("getStatusWithReply")
-            .onInterface(HelperAddress::interface)
-            .storeResultsTo(dictionary);
-        return fromBus(dictionary);
+        const auto call = proxy_->createMethodCall(HelperAddress::interface, "getStatusWithReply");
+        auto reply = proxy_->callMethod(call);
+        return fromBus(reply);
     }
 
     /// The name of the error that the call is answered with; "no error" when there is none.
