@@ -20,8 +20,9 @@ namespace {
 
 constexpr const char* configuration = R"(<busconfig>
   <type>session</type>
-  <listen>unix:path={}/bus</listen>
+  <listen>unix:path={0}/bus</listen>
   <auth>EXTERNAL</auth>
+  <servicedir>{0}</servicedir>
   <policy context="default">
     <allow send_destination="*"/>
     <allow receive_sender="*"/>
@@ -100,6 +101,12 @@ PrivateBus::~PrivateBus() {
     end();
     std::error_code ignored;
     std::filesystem::remove_all(folder_, ignored);
+}
+
+void PrivateBus::offer(const std::string& name, const std::string& command) const {
+    // The daemon looks for files that it does not know yet when it is asked for a name.
+    std::ofstream(fmt::format("{}/{}.service", folder_, name))
+        << fmt::format("[D-BUS Service]\nName={}\nExec={}\n", name, command);
 }
 
 void PrivateBus::freeze() const {

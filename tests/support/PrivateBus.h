@@ -22,6 +22,10 @@ public:
 
     [[nodiscard]] const std::string& address() const { return address_; }
 
+    /// From now on a call to `name` starts `command`: a program by its full path and its arguments, quoted as
+    /// for a shell. The program finds the bus where `address` says. Once for each name.
+    void offer(const std::string& name, const std::string& command) const;
+
     /// Stops the daemon in its tracks, connections and all, until it is ended: what is sent piles up.
     void freeze() const;
 
