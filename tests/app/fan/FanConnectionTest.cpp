@@ -1,0 +1,410 @@
+#include "tests/app/fan/ReportedMachine.h"
+
+namespace corvane {
+namespace {
+
+using testing::IsEmpty;
+using Kind = CoolingProfile::Kind;
+
+constexpr const char* interrupted = "Helper unterbrochen — verbinde neu";
+constexpr const char* lost = "Helper-Verbindung verloren";
+
+/// A fan machine with the real helper's records, at a temperature that asks for no cooling by itself.
+class ConnectedMachine : public FanMachine {
+public:
+    explicit ConnectedMachine(float celsius = 50) { openAt(celsius); }
+
+    void boost(double percent = 60) {
+        fan->setCoolingMode(CoolingMode::manual);
+        fan->setFansEnabled(true);
+        fan->setManualFloor(percent);
+        advance(2s);
+    }
+    [[nodiscard]] std::string message() const { return fan->statusMessage().toStdString(); }
+};
+
+// Interruption
+
+TEST(FanConnection, SaysThatTheHelperWasInterruptedAndKeepsTheConnection) {
+    ConnectedMachine machine;
+    machine.killHelper();
+    machine.settle();
+    EXPECT_EQ(machine.message(), interrupted);
+    EXPECT_EQ(machine.host.connectionCount(), 1U);
+    EXPECT_FALSE(machine.host.isRunning());
+}
+
+TEST(FanConnection, StartsAnInterruptedHelperAgainWithTheNextPoll) {
+    ConnectedMachine machine;
+    machine.killHelper();
+    machine.advance(999ms);
+    EXPECT_EQ(machine.host.launchCount(), 1);
+    machine.advance(1ms);
+    EXPECT_EQ(machine.host.launchCount(), 2);
+    machine.helper.mac.holdSensorsAt(55);
+    machine.advance(1s);
+    EXPECT_EQ(machine.fan->cpuTemp(), 55);
+}
+
+TEST(FanConnection, SaysItInGermanInEitherLanguage) {
+    for (const char* language : {"en", "de"}) {
+        ConnectedMachine machine;
+        machine.locale.prefer({language});
+        machine.killHelper();
+        machine.settle();
+        EXPECT_EQ(machine.message(), interrupted);
+        machine.host.setInstalled(false);
+        machine.advance(1s);
+        EXPECT_EQ(machine.message(), lost);
+    }
+}
+
+TEST(FanConnection, GoesOnSayingSoUntilARequestSucceeds) {
+    ConnectedMachine machine;
+    machine.killHelper();
+    machine.advance(20s);
+    EXPECT_EQ(machine.message(), interrupted);
+    machine.boost();
+    EXPECT_EQ(machine.message(), "");
+}
+
+TEST(FanConnection, IsInterruptedByEveryDeathOfTheHelper) {
+    ConnectedMachine machine;
+    for (int death = 1; death <= 5; ++death) {
+        machine.killHelper();
+        machine.advance(1s);
+        EXPECT_EQ(machine.host.launchCount(), death + 1);
+        EXPECT_EQ(machine.host.connectionCount(), 1U);
+    }
+}
+
+// Invalidation
+
+TEST(FanConnection, DropsAnInvalidConnectionAndSaysSo) {
+    ConnectedMachine machine;
+    machine.host.setInstalled(false);
+    machine.advance(1s);
+    EXPECT_EQ(machine.message(), lost);
+    EXPECT_EQ(machine.host.connectionCount(), 0U);
+}
+
+TEST(FanConnection, IsInvalidFromTheStartWhenTheServiceIsNotThere) {
+    FanMachine machine;
+    machine.host.setInstalled(false);
+    machine.open();
+    EXPECT_EQ(machine.fan->statusMessage().toStdString(), lost);
+    EXPECT_EQ(machine.host.connectionCount(), 0U);
+    EXPECT_TRUE(machine.fan->helperInstalled());
+}
+
+TEST(FanConnection, ShowsAMissingServiceToWhoeverConnectsWithoutAnInstalledHelper) {
+    FanMachine machine;
+    machine.installer.setInstalled(false);
+    machine.host.setInstalled(false);
+    machine.open();
+    machine.fan->reconcileToOffOnLaunch();
+    EXPECT_EQ(machine.host.connectionCount(), 1U);
+    machine.settle();
+    EXPECT_EQ(machine.fan->statusMessage().toStdString(), lost);
+    EXPECT_EQ(machine.host.connectionCount(), 0U);
+}
+
+TEST(FanConnection, IsNotOpenedAgainByThePoll) {
+    ConnectedMachine machine;
+    machine.host.setInstalled(false);
+    machine.advance(1s);
+    machine.host.setInstalled(true);
+    const BootTime lastSeen = machine.fan->now();
+    machine.advance(60s);
+    EXPECT_EQ(machine.host.connectionCount(), 0U);
+    EXPECT_EQ(machine.message(), lost);
+    EXPECT_EQ(machine.fan->now(), lastSeen + 60s);
+}
+
+TEST(FanConnection, IsNotOpenedAgainByAskingForTheStatusOrByRelease) {
+    ConnectedMachine machine;
+    machine.host.setInstalled(false);
+    machine.advance(1s);
+    machine.host.setInstalled(true);
+    machine.fan->refresh();
+    EXPECT_FALSE(machine.fan->resetBoost());
+    EXPECT_EQ(machine.host.connectionCount(), 0U);
+}
+
+TEST(FanConnection, IsOpenedAgainByTheUsersNextRequest) {
+    ConnectedMachine machine;
+    machine.host.setInstalled(false);
+    machine.advance(1s);
+    machine.host.setInstalled(true);
+    machine.boost();
+    EXPECT_EQ(machine.host.connectionCount(), 1U);
+    EXPECT_EQ(machine.message(), "");
+    EXPECT_TRUE(machine.helper.mac.isAnyFanForced());
+}
+
+TEST(FanConnection, IsOpenedAgainByARequestAboutTheLid) {
+    ConnectedMachine machine;
+    machine.host.setInstalled(false);
+    machine.advance(1s);
+    machine.host.setInstalled(true);
+    machine.fan->setLidStayAwake(true);
+    machine.settle();
+    EXPECT_TRUE(machine.helper.sleepSetting.isSleepDisabled());
+}
+
+TEST(FanConnection, IsOpenedAgainByTheAutomationsRequest) {
+    ConnectedMachine machine(70);
+    machine.host.setInstalled(false);
+    machine.advance(1s);
+    machine.host.setInstalled(true);
+    machine.fan->requestCooling(Kind::balanced, "apps");
+    machine.settle();
+    EXPECT_TRUE(machine.helper.mac.isAnyFanForced());
+}
+
+TEST(FanConnection, AsksForAStatusAsSoonAsItIsOpen) {
+    ConnectedMachine machine;
+    machine.host.setInstalled(false);
+    machine.advance(1s);
+    machine.host.setInstalled(true);
+    machine.helper.mac.holdSensorsAt(45);
+    machine.fan->setLidStayAwake(false);
+    machine.settle();
+    EXPECT_EQ(machine.fan->cpuTemp(), 45);
+}
+
+// Failed calls
+
+TEST(FanConnection, ShowsTheErrorOfACallAndDropsTheConnection) {
+    ConnectedMachine machine;
+    machine.host.failCallsWith("the operation ‘status’ is forbidden");
+    machine.advance(1s);
+    EXPECT_EQ(machine.message(), "XPC-Fehler: the operation ‘status’ is forbidden");
+    EXPECT_EQ(machine.host.connectionCount(), 0U);
+}
+
+TEST(FanConnection, ShowsTheErrorOfEveryKindOfCall) {
+    const std::vector<std::function<void(FanController&)>> calls = {
+        [](FanController& fan) { fan.refresh(); },
+        [](FanController& fan) { fan.resetBoost(); },
+        [](FanController& fan) { fan.setLidStayAwake(true); },
+        [](FanController& fan) { fan.setFansEnabled(true); },
+        [](FanController& fan) { fan.reconcileToOffOnLaunch(); },
+    };
+    for (const auto& call : calls) {
+        ConnectedMachine machine(70);
+        machine.host.failCallsWith("no");
+        call(*machine.fan);
+        machine.settle();
+        EXPECT_EQ(machine.message(), "XPC-Fehler: no");
+        EXPECT_EQ(machine.host.connectionCount(), 0U);
+    }
+}
+
+TEST(FanConnection, TimesOutOnAHungHelperAfterFiveSeconds) {
+    ConnectedMachine machine;
+    machine.host.setHung(true);
+    machine.advance(1s);
+    machine.advance(4999ms);
+    EXPECT_EQ(machine.host.connectionCount(), 1U);
+    EXPECT_EQ(machine.message(), "");
+    machine.advance(1ms);
+    EXPECT_EQ(machine.host.connectionCount(), 0U);
+    EXPECT_EQ(machine.message(), "XPC-Fehler: timed out");
+}
+
+TEST(FanConnection, ReportsOneFailureForAllCallsUnderWay) {
+    ConnectedMachine machine;
+    const SignalCount messages(*machine.fan, &FanController::statusMessageChanged);
+    machine.host.setHung(true);
+    machine.advance(60s);
+    EXPECT_EQ(messages.value(), 1);
+    EXPECT_EQ(machine.message(), "XPC-Fehler: timed out");
+}
+
+TEST(FanConnection, IgnoresWhatTheHelperSaysThroughADroppedConnection) {
+    ConnectedMachine machine;
+    const SignalCount records(*machine.fan, &FanController::tempTrendChanged);
+    // Delivered and answered; but a call behind it fails before the answer arrives.
+    machine.fan->refresh();
+    machine.mainLoop.async([&] { machine.host.failCallsWith("no"); });
+    machine.fan->refresh();
+    machine.helper.mac.holdSensorsAt(90);
+    machine.settle();
+    EXPECT_EQ(machine.message(), "XPC-Fehler: no");
+    EXPECT_EQ(records.value(), 0);
+    EXPECT_EQ(machine.fan->cpuTemp(), 50);
+}
+
+TEST(FanConnection, IgnoresTheDeathOfAHelperItDropped) {
+    ConnectedMachine machine;
+    machine.host.failCallsWith("no");
+    machine.advance(1s);
+    machine.host.failCallsWith("");
+    machine.killHelper();
+    machine.advance(10s);
+    EXPECT_EQ(machine.message(), "XPC-Fehler: no");
+    EXPECT_EQ(machine.host.launchCount(), 1);
+}
+
+TEST(FanConnection, KeepsWhatItLastKnewWithoutAConnection) {
+    ConnectedMachine machine;
+    machine.boost();
+    machine.host.failCallsWith("no");
+    machine.advance(30s);
+    EXPECT_EQ(machine.fan->cpuTemp(), 50);
+    EXPECT_EQ(machine.fan->fans().size(), 1);
+    EXPECT_TRUE(machine.fan->isBoosted());
+    EXPECT_EQ(machine.fan->targetPercent(), 60);
+}
+
+// What becomes of the fans
+
+TEST(FanConnection, LetsTheHelperReleaseTheFansWhenItIsCutOff) {
+    ConnectedMachine machine;
+    machine.boost();
+    machine.host.failCallsWith("no");
+    machine.advance(1s);
+    EXPECT_TRUE(machine.helper.mac.isAnyFanForced());
+    machine.advance(9s);
+    EXPECT_FALSE(machine.helper.mac.isAnyFanForced());
+}
+
+TEST(FanConnection, LetsTheHelperReleaseTheFansWhenItIsOnlyDeaf) {
+    ConnectedMachine machine;
+    machine.boost();
+    machine.host.setHung(true);
+    machine.advance(10s);
+    EXPECT_FALSE(machine.helper.mac.isAnyFanForced());
+    machine.host.setHung(false);
+    machine.advance(60s);
+    EXPECT_FALSE(machine.helper.mac.isAnyFanForced());
+    machine.fan->setManualFloor(70);
+    machine.advance(1s);
+    EXPECT_TRUE(machine.helper.mac.isAnyFanForced());
+    EXPECT_EQ(machine.message(), "");
+}
+
+TEST(FanConnection, ForgetsABoostThatIsSwitchedOffWithoutAConnection) {
+    ConnectedMachine machine;
+    machine.boost();
+    machine.host.failCallsWith("no");
+    machine.advance(1s);
+    machine.fan->setFansEnabled(false);
+    EXPECT_FALSE(machine.fan->isBoosted());
+    EXPECT_EQ(machine.fan->targetPercent(), 0);
+    EXPECT_EQ(machine.fan->boostExpiresAt(), std::nullopt);
+    EXPECT_FALSE(machine.fan->fansEnabled());
+}
+
+TEST(FanConnection, HandsTheFansBackWhenTheHelperIsKilledDuringABoost) {
+    ConnectedMachine machine;
+    machine.boost();
+    machine.killHelper();
+    EXPECT_TRUE(machine.helper.mac.isAnyFanForced());
+    machine.advance(1s);
+    EXPECT_FALSE(machine.helper.mac.isAnyFanForced());
+    EXPECT_FALSE(machine.fan->isBoosted());
+    EXPECT_TRUE(machine.fan->fansEnabled());
+    EXPECT_EQ(machine.fan->targetPercent(), 60);
+    EXPECT_NE(machine.fan->boostExpiresAt(), std::nullopt);
+    machine.advance(60s);
+    EXPECT_FALSE(machine.helper.mac.isAnyFanForced());
+    EXPECT_THAT(machine.log.lines(), IsEmpty());
+}
+
+TEST(FanConnection, BoostsAgainOnRequestAfterTheHelperWasKilled) {
+    ConnectedMachine machine;
+    machine.boost();
+    machine.killHelper();
+    machine.advance(10s);
+    machine.fan->setManualFloor(70);
+    machine.settle();
+    EXPECT_TRUE(machine.fan->isBoosted());
+    EXPECT_TRUE(machine.fan->spinningUp());
+    EXPECT_TRUE(machine.helper.mac.isAnyFanForced());
+    EXPECT_EQ(machine.fan->effectivePercent(), 70);
+    EXPECT_EQ(machine.message(), "");
+}
+
+TEST(FanConnection, EndsTheBoostOfAKilledHelperOnTime) {
+    ConnectedMachine machine;
+    machine.boost();
+    machine.killHelper();
+    machine.advance(600s);
+    EXPECT_FALSE(machine.fan->fansEnabled());
+    EXPECT_EQ(machine.fan->targetPercent(), 0);
+    EXPECT_THAT(machine.postedTitles(), testing::ElementsAre("Fan boost finished"));
+}
+
+TEST(FanConnection, AsksAKilledHelperForAnAutomaticFloorOnceItDiffers) {
+    ConnectedMachine machine(68);
+    machine.fan->setAuto(true);
+    machine.advance(2s);
+    ASSERT_TRUE(machine.helper.mac.isAnyFanForced());
+    machine.killHelper();
+    machine.advance(20s);
+    EXPECT_TRUE(machine.fan->autoEngaged());
+    EXPECT_FALSE(machine.fan->isBoosted());
+    EXPECT_FALSE(machine.helper.mac.isAnyFanForced());
+    machine.helper.mac.holdSensorsAt(70);
+    machine.advance(16s);
+    EXPECT_TRUE(machine.fan->isBoosted());
+    EXPECT_TRUE(machine.helper.mac.isAnyFanForced());
+}
+
+TEST(FanConnection, ReleasesWhatAKilledApplicationLeftOfALidLock) {
+    ConnectedMachine machine;
+    machine.fan->setLidStayAwake(true);
+    machine.advance(2s);
+    machine.fan.reset();
+    machine.open();
+    machine.advance(4s);
+    EXPECT_FALSE(machine.helper.sleepSetting.isSleepDisabled());
+}
+
+// Garbage
+
+TEST(FanConnection, LivesThroughAMinuteOfGarbage) {
+    ConnectedMachine machine;
+    machine.boost();
+    const QList<FanInfo> fans = machine.fan->fans();
+    int count = 0;
+    machine.report([&count] {
+        const std::vector<StatusValue> garbage = {std::monostate(),
+                                                  7,
+                                                  notANumber,
+                                                  -infinite,
+                                                  std::string("ä\0\xff", 4),
+                                                  std::vector<StatusRecord>(3)};
+        const StatusValue& value = garbage[static_cast<std::size_t>(count++) % garbage.size()];
+        const bool isListed = std::holds_alternative<std::vector<StatusRecord>>(value);
+        return recordOf({{"fans", isListed ? StatusValue(std::monostate()) : value},
+                         {"isBoosted", value},
+                         {"cpuTemp", value},
+                         {"gpuTemp", value},
+                         {"thermalOverride", value},
+                         {"effectivePercent", value},
+                         {"lidStayAwake", value}});
+    });
+    machine.advance(60s);
+    EXPECT_GE(count, 60);
+    EXPECT_EQ(machine.fan->fans(), fans);
+    EXPECT_TRUE(machine.fan->isBoosted());
+    EXPECT_EQ(machine.fan->cpuTemp(), 50);
+    EXPECT_EQ(machine.fan->cpuTempSmoothed(), 50);
+    EXPECT_EQ(machine.fan->effectivePercent(), 0);
+    EXPECT_EQ(machine.host.connectionCount(), 1U);
+    EXPECT_EQ(machine.message(), "");
+    EXPECT_TRUE(machine.helper.mac.isAnyFanForced());
+    EXPECT_THAT(machine.log.lines(), IsEmpty());
+    EXPECT_THAT(machine.center.posted(), IsEmpty());
+
+    machine.reportAsIs();
+    machine.advance(1s);
+    EXPECT_EQ(machine.fan->effectivePercent(), 60);
+    EXPECT_TRUE(machine.fan->isBoosted());
+}
+
+}  // namespace
+}  // namespace corvane
