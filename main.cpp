@@ -6,8 +6,10 @@
 #include <variant>
 #include <vector>
 
+#include "entry/ApplicationModule.h"
 #include "entry/Role.h"
 #include "helper/runDaemon.h"
+#include "platform/ExecutablePath.h"
 #include "platform/select/selectPlatform.h"
 #include "smc/diagnostics/diagnostics.h"
 
@@ -18,12 +20,13 @@ using namespace corvane;
 /// The arguments without the program's name; read again by the diagnostics.
 std::vector<std::string> processArguments;
 
-int runApplication() {
-    std::fputs(
-        "corvane: this build has no application; it can run as --daemon, --temps, --diag, --dumpkeys and "
-        "--smc-write\n",
-        stderr);
-    return EXIT_FAILURE;
+int runApplication(int argc, char** argv) {
+    const auto module = ApplicationModule::load(executablePath());
+    if (const auto* problem = std::get_if<std::string>(&module)) {
+        std::fprintf(stderr, "corvane: %s\n", problem->c_str());
+        return EXIT_FAILURE;
+    }
+    return std::get<ApplicationModule::Main>(module)(argc, argv);
 }
 
 int runCommand(Role role, CommandPlatform& platform) {
@@ -56,7 +59,7 @@ int main(int argc, char** argv) {
     processArguments.assign(argv + (argc > 0 ? 1 : 0), argv + argc);
     const Role role = roleFor(processArguments);
     if (role == Role::application) {
-        return runApplication();
+        return runApplication(argc, argv);
     }
     const auto options = PlatformOptions::fromEnvironment([](const char* name) { return std::getenv(name); });
     if (const auto* mistake = std::get_if<std::string>(&options)) {

@@ -24,6 +24,7 @@ for file in $unit /usr/share/dbus-1/system-services/de.tavrin.corvane.smchelper.
     /usr/share/dbus-1/system.d/de.tavrin.corvane.smchelper.conf; do
     [[ -f $stage$file ]] || fail "$file is missing"
 done
+[[ -f $stage/usr/lib/corvane/libcorvane-app.so ]] || fail "the application's module is missing"
 for file in corvane-helper install-helper helper.unit helper.activation helper.policy; do
     [[ -f $stage/usr/libexec/corvane/$file ]] || fail "the application has no $file to install"
 done

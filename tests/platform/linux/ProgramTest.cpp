@@ -22,9 +22,6 @@ using testing::Pointee;
 using Environment = std::map<std::string, std::string>;
 
 constexpr const char* program = CORVANE_PROGRAM;
-constexpr const char* applicationRefused =
-    "corvane: this build has no application; it can run as --daemon, --temps, --diag, --dumpkeys and "
-    "--smc-write\n";
 
 class DaemonTest : public testing::Test {
 protected:
@@ -100,7 +97,7 @@ TEST(Program, FailsAsADaemonWithoutABus) {
 }
 
 TEST(Program, RefusesNonsenseInItsEnvironmentInOneLine) {
-    for (const char* role : {"--daemon", "--temps", "--diag", "--dumpkeys"}) {
+    for (const char* role : {"--daemon", "--temps", "--diag", "--dumpkeys", "--application"}) {
         for (const auto& [variable, problem] :
              Environment{{"CORVANE_SMC", "it must be \"auto\" or \"simulated\""},
                          {"CORVANE_SYSFS", "it must be the absolute path of a folder"},
@@ -109,15 +106,6 @@ TEST(Program, RefusesNonsenseInItsEnvironmentInOneLine) {
             EXPECT_EQ(process.wait(), 1);
             EXPECT_EQ(process.errors(), fmt::format("corvane: {} is \"nonsense\"; {}\n", variable, problem));
         }
-    }
-}
-
-TEST(Program, SaysThatItHasNoApplication) {
-    for (const std::vector<std::string>& arguments :
-         {std::vector<std::string>{}, {"--Daemon"}, {"--help"}, {"--smc-write", "F0Md"}}) {
-        ChildProcess process(program, arguments, {});
-        EXPECT_EQ(process.wait(), 1);
-        EXPECT_EQ(process.errors(), applicationRefused);
     }
 }
 

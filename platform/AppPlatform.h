@@ -1,0 +1,44 @@
+#pragma once
+
+#include <memory>
+
+#include "platform/HelperConnection.h"
+#include "platform/HelperInstaller.h"
+#include "platform/Locale.h"
+#include "platform/Log.h"
+#include "platform/MainLoop.h"
+#include "platform/NotificationCenter.h"
+#include "platform/PowerSources.h"
+#include "platform/ResumeObserver.h"
+#include "platform/SerialQueue.h"
+#include "platform/ThermalStateMonitor.h"
+#include "platform/UserDefaults.h"
+
+namespace corvane {
+
+/// Everything the application needs of a platform. The composition root first holds the termination signals,
+/// then calls each `make` at most once, in the order of declaration, on the main thread, and destroys what it
+/// got in reverse order, before the platform.
+class AppPlatform {
+public:
+    AppPlatform() = default;
+    AppPlatform(const AppPlatform&) = delete;
+    AppPlatform& operator=(const AppPlatform&) = delete;
+    virtual ~AppPlatform() = default;
+
+    virtual Log& log() = 0;
+    virtual MainLoop& mainLoop() = 0;
+    /// The main loop as a queue, which all services bring their results to.
+    virtual SerialQueue& mainQueue() = 0;
+
+    virtual std::unique_ptr<UserDefaults> makeUserDefaults() = 0;
+    virtual std::unique_ptr<Locale> makeLocale() = 0;
+    virtual std::unique_ptr<NotificationCenter> makeNotificationCenter() = 0;
+    virtual std::unique_ptr<HelperConnector> makeHelperConnector() = 0;
+    virtual std::unique_ptr<HelperInstaller> makeHelperInstaller() = 0;
+    virtual std::unique_ptr<ThermalStateMonitor> makeThermalStateMonitor() = 0;
+    virtual std::unique_ptr<PowerSources> makePowerSources() = 0;
+    virtual std::unique_ptr<ResumeObserver> makeResumeObserver() = 0;
+};
+
+}  // namespace corvane

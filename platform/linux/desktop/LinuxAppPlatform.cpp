@@ -1,0 +1,75 @@
+#include "platform/linux/desktop/LinuxAppPlatform.h"
+
+#include <cstdlib>
+#include <utility>
+
+#include "platform/ExecutablePath.h"
+#include "platform/linux/desktop/DBusHelperConnector.h"
+#include "platform/linux/desktop/DBusNotificationCenter.h"
+#include "platform/linux/desktop/EnvironmentLocale.h"
+#include "platform/linux/desktop/JsonUserDefaults.h"
+#include "platform/linux/desktop/LinuxThermalState.h"
+#include "platform/linux/desktop/LogindResumeObserver.h"
+#include "platform/linux/desktop/PkexecInstaller.h"
+#include "platform/linux/desktop/UPowerSources.h"
+
+namespace corvane {
+
+namespace {
+
+const char* environment(const char* name) {
+    return std::getenv(name);
+}
+
+/// What the application brings along for the installation of its helper, as seen from its executable.
+std::filesystem::path applicationFolder() {
+    return executablePath().parent_path().parent_path() / CORVANE_LIBEXEC_FOLDER;
+}
+
+}  // namespace
+
+LinuxAppPlatform::LinuxAppPlatform(HelperBus helperBus, std::string sysfsRoot)
+    : helperBus_(std::move(helperBus)), sysfsRoot_(std::move(sysfsRoot)) {}
+
+LinuxAppPlatform::~LinuxAppPlatform() = default;
+
+BusThread& LinuxAppPlatform::busThread() {
+    if (!busThread_) {
+        busThread_ = std::make_unique<BusThread>();
+    }
+    return *busThread_;
+}
+
+std::unique_ptr<UserDefaults> LinuxAppPlatform::makeUserDefaults() {
+    return std::make_unique<JsonUserDefaults>(settingsPath(environment), log_);
+}
+
+std::unique_ptr<Locale> LinuxAppPlatform::makeLocale() {
+    return std::make_unique<EnvironmentLocale>(environment);
+}
+
+std::unique_ptr<NotificationCenter> LinuxAppPlatform::makeNotificationCenter() {
+    return std::make_unique<DBusNotificationCenter>(busThread(), mainQueue_);
+}
+
+std::unique_ptr<HelperConnector> LinuxAppPlatform::makeHelperConnector() {
+    return std::make_unique<DBusHelperConnector>(busThread(), mainQueue_, helperBus_);
+}
+
+std::unique_ptr<HelperInstaller> LinuxAppPlatform::makeHelperInstaller() {
+    return std::make_unique<PkexecInstaller>(files_, PkexecInstaller::Paths{.folder = applicationFolder()});
+}
+
+std::unique_ptr<ThermalStateMonitor> LinuxAppPlatform::makeThermalStateMonitor() {
+    return std::make_unique<LinuxThermalState>(mainQueue_, sysfsRoot_);
+}
+
+std::unique_ptr<PowerSources> LinuxAppPlatform::makePowerSources() {
+    return std::make_unique<UPowerSources>(busThread(), sysfsRoot_);
+}
+
+std::unique_ptr<ResumeObserver> LinuxAppPlatform::makeResumeObserver() {
+    return std::make_unique<LogindResumeObserver>(busThread(), mainQueue_, log_);
+}
+
+}  // namespace corvane

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "platform/AppPlatform.h"
+#include "platform/linux/HelperBus.h"
+#include "platform/linux/StderrLog.h"
+#include "platform/linux/desktop/BusThread.h"
+#include "platform/linux/desktop/QtMainLoop.h"
+#include "platform/linux/desktop/QtSerialQueue.h"
+#include "platform/posix/PosixFileSystem.h"
+
+namespace corvane {
+
+/// The application on a Linux desktop. Made after the QCoreApplication.
+class LinuxAppPlatform : public AppPlatform {
+public:
+    LinuxAppPlatform(HelperBus helperBus, std::string sysfsRoot);
+    ~LinuxAppPlatform() override;
+
+    Log& log() override { return log_; }
+    MainLoop& mainLoop() override { return mainLoop_; }
+    SerialQueue& mainQueue() override { return mainQueue_; }
+    std::unique_ptr<UserDefaults> makeUserDefaults() override;
+    std::unique_ptr<Locale> makeLocale() override;
+    std::unique_ptr<NotificationCenter> makeNotificationCenter() override;
+    std::unique_ptr<HelperConnector> makeHelperConnector() override;
+    std::unique_ptr<HelperInstaller> makeHelperInstaller() override;
+    std::unique_ptr<ThermalStateMonitor> makeThermalStateMonitor() override;
+    std::unique_ptr<PowerSources> makePowerSources() override;
+    std::unique_ptr<ResumeObserver> makeResumeObserver() override;
+
+private:
+    /// Started when it is first needed: the termination signals are held by then.
+    BusThread& busThread();
+
+    StderrLog log_;
+    QtMainLoop mainLoop_;
+    QtSerialQueue mainQueue_;
+    HelperBus helperBus_;
+    std::string sysfsRoot_;
+    PosixFileSystem files_;
+    std::unique_ptr<BusThread> busThread_;
+};
+
+}  // namespace corvane

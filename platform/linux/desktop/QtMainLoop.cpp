@@ -1,0 +1,47 @@
+#include "platform/linux/desktop/QtMainLoop.h"
+
+#include <QCoreApplication>
+#include <utility>
+
+#include <sys/signalfd.h>
+#include <unistd.h>
+
+#include "platform/linux/HeldSignals.h"
+
+namespace corvane {
+
+void QtMainLoop::holdTerminationSignals() {
+    blockTerminationSignals();
+}
+
+void QtMainLoop::onTerminationSignal(std::function<void()> handler) {
+    handler_ = std::move(handler);
+    const int descriptor = signalfd(-1, &terminationSignals(), SFD_NONBLOCK | SFD_CLOEXEC);
+    signals_ = std::make_unique<QtDescriptor>(descriptor, [this] { takeSignal(); });
+}
+
+void QtMainLoop::takeSignal() {
+    signalfd_siginfo signal{};
+    if (read(signals_->get(), &signal, sizeof signal) == sizeof signal) {
+        handler_();
+    }
+}
+
+int QtMainLoop::run() {
+    // An exit that came before the loop ran would be forgotten by Qt.
+    return status_ ? *status_ : QCoreApplication::exec();
+}
+
+void QtMainLoop::exit(int status) {
+    QMetaObject::invokeMethod(
+        QCoreApplication::instance(),
+        [this, status] {
+            if (!status_) {
+                status_ = status;
+                QCoreApplication::exit(status);
+            }
+        },
+        Qt::QueuedConnection);
+}
+
+}  // namespace corvane

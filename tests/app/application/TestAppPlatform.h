@@ -1,0 +1,83 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <utility>
+
+#include "platform/AppPlatform.h"
+#include "platform/simulated/MemoryUserDefaults.h"
+#include "platform/simulated/RecordingNotificationCenter.h"
+#include "platform/simulated/SimulatedHelperHost.h"
+#include "platform/simulated/SimulatedInstaller.h"
+#include "platform/simulated/SimulatedLocale.h"
+#include "platform/simulated/SimulatedPowerSources.h"
+#include "platform/simulated/SimulatedThermalState.h"
+#include "tests/helper/HelperMachine.h"
+#include "tests/helper/TestHelperPlatform.h"
+
+namespace corvane {
+
+/// A platform for the application on virtual time, with the real helper on a simulated Mac.
+class TestAppPlatform final : public AppPlatform {
+public:
+    TestAppPlatform() { helper.mac.holdSensorsAt(50); }
+
+    Log& log() override { return events; }
+    MainLoop& mainLoop() override { return loop; }
+    SerialQueue& mainQueue() override { return queue; }
+
+    std::unique_ptr<UserDefaults> makeUserDefaults() override {
+        auto made = std::make_unique<MemoryUserDefaults>();
+        prepareDefaults(*made);
+        return made;
+    }
+    std::unique_ptr<Locale> makeLocale() override { return std::make_unique<SimulatedLocale>(); }
+    std::unique_ptr<NotificationCenter> makeNotificationCenter() override {
+        return std::make_unique<RecordingNotificationCenter>(queue);
+    }
+    std::unique_ptr<HelperConnector> makeHelperConnector() override {
+        return std::make_unique<SimulatedHelperHost>(queue, [this] {
+            events.write("[helper]");
+            // One that runs already serves whoever comes.
+            if (!helper.service) {
+                helper.start();
+            }
+            return helper.service;
+        });
+    }
+    std::unique_ptr<HelperInstaller> makeHelperInstaller() override {
+        auto made = std::make_unique<SimulatedInstaller>();
+        made->setInstalled(isHelperInstalled);
+        return made;
+    }
+    std::unique_ptr<ThermalStateMonitor> makeThermalStateMonitor() override {
+        return std::make_unique<SimulatedThermalState>();
+    }
+    std::unique_ptr<PowerSources> makePowerSources() override {
+        return std::make_unique<SimulatedPowerSources>();
+    }
+    std::unique_ptr<ResumeObserver> makeResumeObserver() override { return std::make_unique<Resumes>(*this); }
+
+    HelperMachine helper;
+    VirtualQueue queue{helper.time};
+    EventLog events;
+    TestMainLoop loop{helper.time, events};
+    bool isHelperInstalled = true;
+    std::function<void(UserDefaults&)> prepareDefaults = [](UserDefaults&) {};
+    /// Tells the application that the computer is back from a suspend.
+    std::function<void()> resume;
+
+private:
+    class Resumes final : public ResumeObserver {
+    public:
+        explicit Resumes(TestAppPlatform& platform) : platform_(platform) {}
+        void observe(std::function<void()> afterResume) override {
+            platform_.resume = std::move(afterResume);
+        }
+
+    private:
+        TestAppPlatform& platform_;
+    };
+};
+
+}  // namespace corvane
