@@ -5,13 +5,15 @@
 application_folder=$(mktemp -d)
 application_output=$application_folder/output
 
-# start_application PREFIX: from below PREFIX, where it finds its own helper; its standard error goes to the test's.
+# start_application PREFIX [RUNNER...]: from below PREFIX, where it finds its own helper, by a command that runs others,
+# as_visitor if none is given. Its standard error goes to the test's.
 start_application() {
-    local prefix=$1
+    local prefix=$1 runner=("${@:2}")
+    ((${#runner[@]})) || runner=(as_visitor)
     inside mkdir --parents "$prefix/bin"
     inside install -m 755 /dev/stdin "$prefix/bin/fan-driver" <"${FAN_DRIVER:?not given}"
     : >"$application_output"
-    exec {commands}> >(as_visitor env HOME=/tmp/visitor "$prefix/bin/fan-driver" >>"$application_output")
+    exec {commands}> >("${runner[@]}" env HOME=/tmp "$prefix/bin/fan-driver" >>"$application_output")
     application=$!
     wait_until 5 "the application runs" shows fansEnabled false
 }
