@@ -166,6 +166,10 @@ public:
     void setBoostDuration(double seconds);
     /// Arms or disarms automatic mode.
     void setAuto(bool on);
+    /// Asks for `targetPercent`: for the automation without end, for the user for `duration` seconds, at most
+    /// an hour. Without a duration a boost that is held keeps its time and a new one takes `boostDuration`.
+    /// False when there was nobody to ask.
+    bool applyBoost(std::optional<double> duration, bool isAutomatic);
 
     // What the automation and the closed-lid mode ask for.
 
@@ -250,8 +254,6 @@ private:
     [[nodiscard]] bool heatAlertsEnabled() const;
 
     // What is asked of the helper (FanCooling.cpp)
-    /// True when a request was sent. Without a duration a running boost keeps its time.
-    bool applyBoost(std::optional<double> duration, bool isAutomatic);
     void beginSpinUp();
     void endSpinUp();
     void scheduleBoostExpiry(double seconds);
@@ -327,12 +329,11 @@ private:
     std::optional<BootTime> spinUpStarted_;
     std::map<std::string, ProfileKind> coolingRequests_;
 
-    // Destroyed in reverse order: the observer, the timers, and last the connection, whose end may not call
-    // back.
-    std::unique_ptr<HelperConnection> connection_;
-    std::unique_ptr<Timer> pollTimer_;
-    std::unique_ptr<Timer> boostExpiryTimer_;
+    // Destroyed in reverse order: first the connection, whose end calls nobody back.
     std::unique_ptr<Observation> thermalObserver_;
+    std::unique_ptr<Timer> boostExpiryTimer_;
+    std::unique_ptr<Timer> pollTimer_;
+    std::unique_ptr<HelperConnection> connection_;
 };
 
 }  // namespace corvane

@@ -154,9 +154,6 @@ void FanController::setFansEnabled(bool on) {
     fansEnabled_ = on;
     if (!on) {
         setAuto(false);
-        if (isBoosted_) {
-            resetBoost();
-        }
         if (triggerProfile()) {
             evaluateAutoCooling(true);
         }
@@ -240,8 +237,7 @@ void FanController::setAuto(bool on) {
 }
 
 double FanController::coolingTemperature() const {
-    const std::optional<double> cpu = cpuTempSmoothed() ? cpuTempSmoothed() : cpuTemp();
-    return std::max(cpu.value_or(0), gpuTempSmoothed().value_or(0));
+    return std::max(cpuTempSmoothed().value_or(0), gpuTempSmoothed().value_or(0));
 }
 
 void FanController::evaluateAutoCooling(bool force) {
