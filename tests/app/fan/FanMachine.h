@@ -17,6 +17,7 @@
 #include "platform/simulated/SimulatedInstaller.h"
 #include "platform/simulated/SimulatedLocale.h"
 #include "platform/simulated/SimulatedThermalState.h"
+#include "tests/app/fan/NotedHelper.h"
 #include "tests/helper/HelperMachine.h"
 
 namespace corvane {
@@ -64,11 +65,19 @@ public:
         return titles;
     }
 
+    /// The requests that reached the helper since this was last called, oldest first; status and pings left
+    /// out.
+    [[nodiscard]] std::vector<std::string> takeRequests() { return std::exchange(requests.texts, {}); }
+
+    /// The floor that the helper holds; 0 when it holds none.
+    [[nodiscard]] double heldFloor() { return *helper.status().get<double>(StatusKey::floorPercent); }
+
     HelperMachine helper;
+    HelperRequests requests;
     VirtualQueue mainLoop{helper.time};
     SimulatedHelperHost host{mainLoop, [this] {
                                  helper.start();
-                                 return helper.service;
+                                 return std::make_shared<NotedHelper>(helper.service, requests);
                              }};
     SimulatedInstaller installer;
     SimulatedThermalState thermal;
