@@ -1,10 +1,11 @@
 #include "platform/linux/desktop/PkexecResult.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <string>
 
 #include <fmt/format.h>
+
+#include "platform/linux/desktop/OneLine.h"
 
 namespace corvane {
 
@@ -13,9 +14,6 @@ namespace {
 constexpr int dismissed = 126;
 constexpr int refused = 127;
 constexpr std::string_view refusalStart = "Error executing command as another user: ";
-/// In bytes; enough for a sentence with a path in it.
-constexpr std::size_t longestMessage = 300;
-
 constexpr std::string_view blanks = " \t\r\n";
 
 /// Empty when there is none.
@@ -39,28 +37,14 @@ std::string_view refusal(std::string_view text) {
     return text.substr(0, text.find('\n'));
 }
 
-/// Cut, where it must be, between two letters of UTF-8; without control characters.
-std::string tamed(std::string_view line) {
-    std::size_t size = std::min(line.size(), longestMessage);
-    while (size < line.size() && size > 0 && (static_cast<unsigned char>(line[size]) & 0xC0U) == 0x80U) {
-        --size;
-    }
-    std::string text(line.substr(0, size));
-    std::replace_if(
-        text.begin(), text.end(),
-        [](char character) { return static_cast<unsigned char>(character) < 0x20U || character == 0x7F; },
-        ' ');
-    return text;
-}
-
 std::string messageOf(int status, std::string_view errors) {
     if (status == refused) {
         if (const std::string_view reason = refusal(errors); !reason.empty()) {
-            return tamed(reason);
+            return oneLine(reason);
         }
     }
     if (const std::string_view line = lastLine(errors); !line.empty()) {
-        return tamed(line);
+        return oneLine(line);
     }
     return status == refused ? "Not authorized"
                              : fmt::format("the installation ended with status {}", status);

@@ -43,13 +43,7 @@ TEST(PkexecResult, GivesTheLastLineOfAnyOtherFailure) {
 
 TEST(PkexecResult, KeepsTheMessageShortAndPrintable) {
     EXPECT_EQ(pkexecResult(1, "a\tb\x1b[31mc\x7f!"), failure("a b [31mc !"));
-    EXPECT_EQ(pkexecResult(1, std::string(5000, 'x')), failure(std::string(300, 'x')));
-    std::string umlauts = "x";
-    for (int i = 0; i < 1000; ++i) {
-        umlauts += "ü";
-    }
-    EXPECT_EQ(pkexecResult(1, umlauts), failure(umlauts.substr(0, 299)));
-    EXPECT_EQ(pkexecResult(1, std::string(5000, '\x80')).message, "");
+    EXPECT_EQ(pkexecResult(1, std::string(5000, 'x')), failure(std::string(200, 'x') + "…"));
 }
 
 }  // namespace
