@@ -30,12 +30,7 @@ FanController::FanController(const FanControllerServices& services)
     thermalObserver_ = thermalMonitor_.observe([this] { updateThermalState(); });
 }
 
-FanController::~FanController() {
-    dropConnection();
-    pollTimer_.reset();
-    boostExpiryTimer_.reset();
-    thermalObserver_.reset();
-}
+FanController::~FanController() = default;
 
 void FanController::restoreChoices() {
     if (const auto text = defaults_.get<std::string>(FanSettings::coolingMode)) {

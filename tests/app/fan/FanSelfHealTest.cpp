@@ -109,6 +109,17 @@ TEST(FanSelfHeal, CountsRecordsNotSeconds) {
     EXPECT_THAT(machine.log.lines(), ElementsAre(fansReleased));
 }
 
+TEST(FanSelfHeal, ComparesBeforeARecordsTemperatureEngagesAutomaticMode) {
+    ReportedMachine machine;
+    machine.open();
+    machine.fan->setAuto(true);
+    machine.receiveTimes(4, recordOf({{"isBoosted", true}, {"cpuTemp", 30.0}}));
+    machine.receive({{"isBoosted", true}, {"cpuTemp", 80.0}, {"gpuTemp", 80.0}});
+    EXPECT_EQ(machine.log.lines().size(), 1U);
+    EXPECT_TRUE(machine.fan->autoEngaged());
+    EXPECT_GT(machine.fan->targetPercent(), 0);
+}
+
 TEST(FanSelfHeal, LeavesAManualBoostAlone) {
     ContestedMachine machine;
     machine.fan->setCoolingMode(CoolingMode::manual);
