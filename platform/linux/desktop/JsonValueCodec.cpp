@@ -7,7 +7,6 @@
 #include <QVariant>
 #include <cmath>
 #include <span>
-#include <utility>
 
 namespace corvane {
 
@@ -51,12 +50,12 @@ std::optional<QJsonValue> encode(double value) {
 }
 
 std::optional<QJsonValue> encode(const std::string& value) {
-    QString text = QString::fromStdString(value);
+    const QString text = QString::fromStdString(value);
     // What is not UTF-8 becomes replacement characters.
     if (text.toStdString() != value) {
         return std::nullopt;
     }
-    return QJsonValue(std::move(text));
+    return QJsonValue(text);
 }
 
 std::optional<QJsonValue> encode(const std::vector<std::byte>& value) {

@@ -156,11 +156,11 @@ TEST_F(DBusNotificationCenterTest, AsksEachServerOnceWhatItTakes) {
 TEST_F(DBusNotificationCenterTest, CountsPermissionAsGiven) {
     beginCenter();
     std::promise<NotificationAuthorization> told;
+    bool isReplied = false;
     mainLoop.sync([&] {
         EXPECT_TRUE(center->isAvailable());
         center->presentInForeground();
         center->requestAuthorization();
-        bool isReplied = false;
         center->getAuthorization([&](NotificationAuthorization authorization) {
             isReplied = true;
             told.set_value(authorization);
