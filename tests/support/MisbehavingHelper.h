@@ -67,25 +67,26 @@ public:
     }
 
     /// The calls so far. They can still be answered.
-    [[nodiscard]] const Notes<sdbus::MethodCall>& calls() const { return calls_; }
+    [[nodiscard]] const Notes<std::shared_ptr<sdbus::MethodCall>>& calls() const { return calls_; }
 
     /// Gives the name up and stays.
     void dropName() { connection_->releaseName(HelperAddress::busName); }
 
     /// Tells `caller` that the name changed hands, as only the bus may.
     void forgeOwnerChange(const std::string& caller) {
-        auto signal = object_->createSignal("org.freedesktop.DBus", "NameOwnerChanged");
+        const auto forger = sdbus::createObject(*connection_, "/org/freedesktop/DBus");
+        auto signal = forger->createSignal("org.freedesktop.DBus", "NameOwnerChanged");
         signal.setDestination(caller);
         signal << HelperAddress::busName << ":1.0"
                << "";
-        object_->emitSignal(signal);
+        forger->emitSignal(signal);
     }
 
 private:
     void add(const std::string& member, const std::string& takes, const std::string& gives) {
         object_->registerMethod(HelperAddress::interface, member, takes, behaviour_.form.value_or(gives),
-                                [this](sdbus::MethodCall call) {
-                                    calls_.add(call);
+                                [this](const sdbus::MethodCall& call) {
+                                    calls_.add(std::make_shared<sdbus::MethodCall>(call));
                                     behaviour_.act(call);
                                 });
     }
@@ -103,7 +104,7 @@ private:
     Behaviour behaviour_;
     std::unique_ptr<sdbus::IConnection> connection_;
     // Destroyed before the connection, whose messages these are.
-    Notes<sdbus::MethodCall> calls_;
+    Notes<std::shared_ptr<sdbus::MethodCall>> calls_;
     std::unique_ptr<sdbus::IObject> object_;
     std::unique_ptr<sdbus::IProxy> bus_;
 };

@@ -77,6 +77,10 @@ void HelperLink::watchOwner() {
 }
 
 void HelperLink::ownerChanged(sdbus::Message& signal) {
+    // Whoever addresses this connection directly gets past the rule's sender.
+    if (signal.getSender() != busItself) {
+        return;
+    }
     std::string name;
     std::string former;
     signal >> name >> former;

@@ -19,7 +19,6 @@ namespace corvane {
 namespace {
 
 using namespace std::chrono_literals;
-using testing::Each;
 using testing::ElementsAre;
 
 constexpr const char* tooLate = "failed: The helper did not answer in time.";
