@@ -11,6 +11,7 @@
 #include "platform/linux/desktop/LinuxThermalState.h"
 #include "platform/linux/desktop/LogindResumeObserver.h"
 #include "platform/linux/desktop/PkexecInstaller.h"
+#include "platform/linux/desktop/SysfsPowerSupplies.h"
 #include "platform/linux/desktop/UPowerSources.h"
 
 namespace corvane {
@@ -65,6 +66,10 @@ std::unique_ptr<ThermalStateMonitor> LinuxAppPlatform::makeThermalStateMonitor()
 }
 
 std::unique_ptr<PowerSources> LinuxAppPlatform::makePowerSources() {
+    if (sysfsRoot_ != "/sys") {
+        // UPower reads this machine's own tree, whatever tree is asked for.
+        return std::make_unique<SysfsPowerSupplies>(sysfsRoot_);
+    }
     return std::make_unique<UPowerSources>(busThread(), sysfsRoot_);
 }
 
