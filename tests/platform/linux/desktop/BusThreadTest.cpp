@@ -15,9 +15,9 @@ namespace corvane {
 namespace {
 
 TEST(BusThread, RunsWhatIsPostedInOrderOnAThreadOfItsOwn) {
-    BusThread bus;
     Notes<int> order;
     Notes<std::thread::id> threads;
+    BusThread bus;
     for (int i = 0; i < 3; ++i) {
         bus.post([&, i] {
             order.add(i);
@@ -53,8 +53,8 @@ TEST(BusThread, LetsGoOfWhatIsStillWaitedForWhenItEnds) {
 }
 
 TEST(BusThread, NamesItsThread) {
-    BusThread bus("a name that is too long");
     Notes<std::string> names;
+    BusThread bus("a name that is too long");
     bus.post([&] {
         char name[16] = {};
         pthread_getname_np(pthread_self(), name, sizeof name);
