@@ -9,8 +9,6 @@
 namespace corvane {
 namespace {
 
-using testing::ElementsAre;
-
 using Texts = std::vector<std::string>;
 using Kind = CoolingProfile::Kind;
 
