@@ -7,9 +7,15 @@
 
 namespace corvane {
 
-/// Runs `changed` with the new owner of a bus name, empty for none, each time it changes while the answer
-/// lives. Waits for the bus, so it is called before the connection is pumped; throws sdbus::Error.
+/// Who owned a bus name and who does now: unique names, empty for nobody.
+struct OwnerChange {
+    std::string former;
+    std::string current;
+};
+
+/// Runs `changed` each time the owner of a bus name changes while the answer lives. Believes nobody but the
+/// bus. Waits for the bus, so it is called before the connection is pumped; throws sdbus::Error.
 [[nodiscard]] sdbus::Slot watchBusName(sdbus::IConnection& connection, const std::string& name,
-                                       std::function<void(const std::string& newOwner)> changed);
+                                       std::function<void(const OwnerChange& change)> changed);
 
 }  // namespace corvane

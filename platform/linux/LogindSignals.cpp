@@ -41,8 +41,8 @@ LogindSignals::LogindSignals(sdbus::IConnection& connection,
               }
           })),
       owner_(watchBusName(connection, Logind::busName,
-                          [restarted = std::move(restarted)](const std::string& newOwner) {
-                              if (!newOwner.empty()) {
+                          [restarted = std::move(restarted)](const OwnerChange& change) {
+                              if (!change.current.empty()) {
                                   restarted();
                               }
                           })) {}

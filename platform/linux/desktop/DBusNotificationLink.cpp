@@ -64,7 +64,7 @@ DBusNotificationLink::DBusNotificationLink(asio::io_context& context, const Help
       connection_(connect(bus, patience)),
       // Another server may take other texts.
       ownerWatch_(watchBusName(*connection_, busName,
-                               [this](const std::string& /*newOwner*/) { takesMarkup_.reset(); })),
+                               [this](const OwnerChange& /*change*/) { takesMarkup_.reset(); })),
       server_(sdbus::createProxy(*connection_, busName, objectPath)),
       pump_(context, *connection_, [this](const std::string& /*reason*/) { onUseless_(weak_from_this()); }) {}
 

@@ -4,7 +4,6 @@
 #include <string_view>
 #include <utility>
 
-#include <fmt/format.h>
 #include <poll.h>
 #include <sdbus-c++/sdbus-c++.h>
 
@@ -56,7 +55,9 @@ HelperLink::HelperLink(asio::io_context& context, HelperBus bus, HelperLinkEvent
 void HelperLink::open() {
     try {
         connection_ = bus_.connect();
-        watchOwner();
+        connection_->setMethodCallTimeout(busPatience);
+        ownerWatch_ = watchBusName(*connection_, HelperAddress::busName,
+                                   [this](const OwnerChange& change) { ownerChanged(change); });
         proxy_ = sdbus::createProxy(*connection_, HelperAddress::busName, HelperAddress::objectPath);
     } catch (const sdbus::Error&) {
         events_.unavailable();
@@ -67,24 +68,8 @@ void HelperLink::open() {
     pump_->process();
 }
 
-void HelperLink::watchOwner() {
-    connection_->setMethodCallTimeout(busPatience);
-    const std::string rule = fmt::format(
-        "type='signal',sender='{0}',path='/org/freedesktop/DBus',interface='{0}',"
-        "member='NameOwnerChanged',arg0='{1}'",
-        busItself, HelperAddress::busName);
-    ownerWatch_ = connection_->addMatch(rule, [this](sdbus::Message& signal) { ownerChanged(signal); });
-}
-
-void HelperLink::ownerChanged(sdbus::Message& signal) {
-    // Whoever addresses this connection directly gets past the rule's sender.
-    if (signal.getSender() != busItself) {
-        return;
-    }
-    std::string name;
-    std::string former;
-    signal >> name >> former;
-    if (former.empty()) {
+void HelperLink::ownerChanged(const OwnerChange& change) {
+    if (change.former.empty()) {
         return;
     }
     for (auto& [call, pending] : std::exchange(underWay_, {})) {

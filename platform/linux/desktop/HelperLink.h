@@ -9,6 +9,7 @@
 #include <sdbus-c++/IConnection.h>
 #include <sdbus-c++/IProxy.h>
 
+#include "platform/linux/BusNameWatch.h"
 #include "platform/linux/BusPump.h"
 #include "platform/linux/HelperBus.h"
 #include "platform/linux/desktop/HelperRequest.h"
@@ -44,8 +45,7 @@ public:
     void forget(CallId call);
 
 private:
-    void watchOwner();
-    void ownerChanged(sdbus::Message& signal);
+    void ownerChanged(const OwnerChange& change);
     void begin(CallId call, const HelperRequest& request);
     void ended(CallId call, const HelperRequest& request, sdbus::Message& reply, const sdbus::Error* error);
     void endedBadly(CallId call, const std::string& sender, const sdbus::Error& error);

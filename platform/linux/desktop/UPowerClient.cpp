@@ -32,8 +32,8 @@ void UPowerClient::subscribe() {
             fmt::format("type='signal',sender='{}',interface='{}'", UPower::busName, interface),
             [this](sdbus::Message& /*signal*/) { refresh(); }));
     }
-    subscriptions_.push_back(watchBusName(*connection_, UPower::busName,
-                                          [this](const std::string& newOwner) { changeOwner(newOwner); }));
+    subscriptions_.push_back(watchBusName(
+        *connection_, UPower::busName, [this](const OwnerChange& change) { changeOwner(change.current); }));
 }
 
 void UPowerClient::changeOwner(const std::string& newOwner) {
