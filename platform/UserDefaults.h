@@ -26,7 +26,7 @@ public:
     [[nodiscard]] virtual std::optional<DefaultsValue> value(std::string_view key) const = 0;
 
     /// Stores at once: what was set survives the end of the process in whatever way. What cannot be stored is
-    /// logged, and holds until the process ends.
+    /// logged, and holds until the process ends. A real that is not finite is refused and changes nothing.
     virtual void set(std::string_view key, DefaultsValue value) = 0;
 
     /// Forgets the value, if there is one; at once as well.

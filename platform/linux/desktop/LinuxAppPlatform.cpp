@@ -22,6 +22,13 @@ const char* environment(const char* name) {
     return std::getenv(name);
 }
 
+BusThread& started(std::unique_ptr<BusThread>& thread, const char* label) {
+    if (!thread) {
+        thread = std::make_unique<BusThread>(label);
+    }
+    return *thread;
+}
+
 /// What the application brings along for the installation of its helper, as seen from its executable.
 std::filesystem::path applicationFolder() {
     return executablePath().parent_path().parent_path() / CORVANE_LIBEXEC_FOLDER;
@@ -34,11 +41,12 @@ LinuxAppPlatform::LinuxAppPlatform(HelperBus helperBus, std::string sysfsRoot)
 
 LinuxAppPlatform::~LinuxAppPlatform() = default;
 
-BusThread& LinuxAppPlatform::busThread() {
-    if (!busThread_) {
-        busThread_ = std::make_unique<BusThread>();
-    }
-    return *busThread_;
+BusThread& LinuxAppPlatform::systemBus() {
+    return started(systemBus_, "system bus");
+}
+
+BusThread& LinuxAppPlatform::sessionBus() {
+    return started(sessionBus_, "session bus");
 }
 
 std::unique_ptr<UserDefaults> LinuxAppPlatform::makeUserDefaults() {
@@ -50,11 +58,11 @@ std::unique_ptr<Locale> LinuxAppPlatform::makeLocale() {
 }
 
 std::unique_ptr<NotificationCenter> LinuxAppPlatform::makeNotificationCenter() {
-    return std::make_unique<DBusNotificationCenter>(busThread(), mainQueue_);
+    return std::make_unique<DBusNotificationCenter>(sessionBus(), mainQueue_);
 }
 
 std::unique_ptr<HelperConnector> LinuxAppPlatform::makeHelperConnector() {
-    return std::make_unique<DBusHelperConnector>(busThread(), mainQueue_, helperBus_);
+    return std::make_unique<DBusHelperConnector>(systemBus(), mainQueue_, helperBus_);
 }
 
 std::unique_ptr<HelperInstaller> LinuxAppPlatform::makeHelperInstaller() {
@@ -70,11 +78,11 @@ std::unique_ptr<PowerSources> LinuxAppPlatform::makePowerSources() {
         // UPower reads this machine's own tree, whatever tree is asked for.
         return std::make_unique<SysfsPowerSupplies>(sysfsRoot_);
     }
-    return std::make_unique<UPowerSources>(busThread(), sysfsRoot_);
+    return std::make_unique<UPowerSources>(systemBus(), sysfsRoot_);
 }
 
 std::unique_ptr<ResumeObserver> LinuxAppPlatform::makeResumeObserver() {
-    return std::make_unique<LogindResumeObserver>(busThread(), mainQueue_, log_);
+    return std::make_unique<LogindResumeObserver>(systemBus(), mainQueue_, log_);
 }
 
 }  // namespace corvane

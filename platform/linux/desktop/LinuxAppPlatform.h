@@ -32,8 +32,10 @@ public:
     std::unique_ptr<ResumeObserver> makeResumeObserver() override;
 
 private:
-    /// Started when it is first needed: the termination signals are held by then.
-    BusThread& busThread();
+    // Each bus has its thread, so that a desktop that hangs does not hold up the way to the helper. They are
+    // started when they are first needed: the termination signals are held by then.
+    BusThread& systemBus();
+    BusThread& sessionBus();
 
     StderrLog log_;
     QtMainLoop mainLoop_;
@@ -41,7 +43,8 @@ private:
     HelperBus helperBus_;
     std::string sysfsRoot_;
     PosixFileSystem files_;
-    std::unique_ptr<BusThread> busThread_;
+    std::unique_ptr<BusThread> systemBus_;
+    std::unique_ptr<BusThread> sessionBus_;
 };
 
 }  // namespace corvane
