@@ -41,7 +41,24 @@ fi
 expect_unchanged "a destroyed installer" "$traces"
 
 # The script itself asks who runs it.
-if refusal=$(as_operator "$folder/install-helper" "$folder" 2>&1); then
+if refusal=$(as_operator "$folder/install-helper" 2>&1); then
     fail "an ordinary user may run the script"
 fi
 expect_equal "what the script says to an ordinary user" "$refusal" "only root can install the helper"
+
+# Whoever brings up its prompt has no say in what is installed, whatever else is there to be installed.
+inside cp --archive "$folder" /opt/elsewhere
+echo "another program" >>"$BOX_ROOT/opt/elsewhere/corvane-helper"
+traces=$(installation_traces)
+# shellcheck disable=SC2016 # it is for the inner shell, which stays to be the one that asks
+refusal=$(as_operator scripted-agent "password=$password" \
+    sh -c '"$@"; echo "status $?"' -- pkexec "$folder/install-helper" /opt/elsewhere 2>&1)
+[[ $refusal == "prompt: de.tavrin.corvane.install-helper: "* ]] || fail "the prompt is not the script's own: $refusal"
+[[ $refusal == *"
+usage: install-helper, without an argument
+status 1" ]] || fail "an argument is not refused: $refusal"
+expect_unchanged "an argument" "$traces"
+
+inside ln --symbolic "$folder/install-helper" /opt/elsewhere/link
+inside /opt/elsewhere/link >/dev/null || fail "the script does not run by a link"
+inside cmp "$folder/corvane-helper" "$program" || fail "a link to the script decided what is installed"

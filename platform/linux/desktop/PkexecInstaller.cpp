@@ -21,10 +21,6 @@ constexpr const char* scriptName = "install-helper";
 /// In bytes; the reason of a failure comes last.
 constexpr std::size_t keptErrors = 4096;
 
-QString text(const std::filesystem::path& path) {
-    return QString::fromStdString(path.string());
-}
-
 /// pkexec is root's once it was agreed to: then it cannot be killed by its user, nor should it be.
 bool killPrompt(const QProcess& process) {
     return process.processId() <= 0 || kill(static_cast<pid_t>(process.processId()), SIGKILL) == 0;
@@ -89,7 +85,7 @@ void PkexecInstaller::start() {
     // Its own prompt in a terminal is for people who work in one.
     process_->start(
         QString::fromStdString(paths_.pkexec),
-        {QStringLiteral("--disable-internal-agent"), text(paths_.folder / scriptName), text(paths_.folder)});
+        {QStringLiteral("--disable-internal-agent"), QString::fromStdString(paths_.folder / scriptName)});
 }
 
 void PkexecInstaller::keepErrors() {

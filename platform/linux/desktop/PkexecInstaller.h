@@ -12,8 +12,9 @@ class QProcess;
 
 namespace corvane {
 
-/// Installs the helper by one run of `pkexec install-helper FOLDER`, where the script and the folder belong
-/// to the application (packaging/linux). Lives on a thread with a Qt event loop, the application's main loop.
+/// Installs the helper by one run of `pkexec install-helper`; the script (packaging/linux) belongs to the
+/// application and installs what lies beside it. Lives on a thread with a Qt event loop, the application's
+/// main loop.
 class PkexecInstaller final : public HelperInstaller {
 public:
     /// The files that make a helper an installed one.

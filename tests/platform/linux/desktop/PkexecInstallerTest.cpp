@@ -148,21 +148,21 @@ TEST_F(PkexecInstallerTest, LeavesUpdatesOfAPackagedHelperToThePackageManager) {
     EXPECT_TRUE(installer->needsUpdate()) << "the installed one is the one that runs";
 }
 
-TEST_F(PkexecInstallerTest, RunsTheScriptOnItsFolderOnce) {
+TEST_F(PkexecInstallerTest, RunsTheScriptOfItsFolderOnceWithoutAnArgument) {
     pkexecDoes("for word; do echo \"$word\" >>words; done");
     EXPECT_EQ(install(), InstallResult::success());
-    const std::string own = (folder / "own").string();
-    EXPECT_EQ(folder.read("words"), fmt::format("--disable-internal-agent\n{0}/install-helper\n{0}\n", own));
+    EXPECT_EQ(folder.read("words"),
+              fmt::format("--disable-internal-agent\n{}\n", (folder / "own/install-helper").string()));
 }
 
 TEST_F(PkexecInstallerTest, PassesOnAnyPathAsItIs) {
-    pkexecDoes("echo \"$3\" >folder");
+    pkexecDoes("echo \"$2\" >script");
     auto odd = paths();
     odd.folder = folder / "it's an \"odd\" $PATH `x`; \\ ü";
     folder.write(odd.folder.filename().string() + "/corvane-helper", "");
     installer = std::make_unique<PkexecInstaller>(files, odd);
     EXPECT_EQ(install(), InstallResult::success());
-    EXPECT_EQ(folder.read("folder"), odd.folder.string() + '\n');
+    EXPECT_EQ(folder.read("script"), (odd.folder / "install-helper").string() + '\n');
 }
 
 TEST_F(PkexecInstallerTest, TellsHowPkexecEnded) {
