@@ -23,7 +23,7 @@ constexpr std::size_t deedsTold = 12;
 class Soak {
 public:
     Soak(MacModel model, std::uint64_t seed) : random_(seed), machine_(std::move(model)), oracle_(machine_) {
-        machine_.host.filterStatus([this](StatusRecord record) {
+        machine_.host.filterStatus([this](const StatusRecord& record) {
             oracle_.takeRecord(record);
             return isGarbled_ ? garbage() : record;
         });
