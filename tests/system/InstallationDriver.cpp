@@ -14,6 +14,7 @@
 #include <fmt/format.h>
 #include <unistd.h>
 
+#include "platform/linux/HeldSignals.h"
 #include "platform/linux/desktop/PkexecInstaller.h"
 #include "platform/posix/PosixFileSystem.h"
 
@@ -39,6 +40,8 @@ void printResult(const InstallResult& result) {
 }
 
 int run(int argumentCount, char** arguments) {
+    // As the application does.
+    blockTerminationSignals();
     QCoreApplication application(argumentCount, arguments);
     if (argumentCount < 2) {
         fmt::print(stderr, "usage: installation-driver FOLDER [until-input]\n");

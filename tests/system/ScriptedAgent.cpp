@@ -1,6 +1,8 @@
 // Stands for a user at an authentication prompt of polkit's: runs a command and answers what it is asked for.
 //
-//   scripted-agent password=WORD | cancel | silence   COMMAND [ARGUMENT...]
+//   scripted-agent password=WORD | late-password=WORD | cancel | silence   COMMAND [ARGUMENT...]
+//
+// A late password is given when COMMAND has ended and there is something to read on standard input.
 //
 // Prints each prompt as "prompt: ACTION: MESSAGE" on standard error, in the language of $LANG. Exits with the
 // status of COMMAND. A wrong password is given once.
@@ -9,6 +11,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <map>
+#include <mutex>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -22,7 +25,8 @@
 namespace corvane {
 namespace {
 
-constexpr const char* passwordPrefix = "password=";
+constexpr std::string_view passwordPrefix = "password=";
+constexpr std::string_view latePasswordPrefix = "late-password=";
 constexpr const char* objectPath = "/de/tavrin/corvane/ScriptedAgent";
 constexpr const char* agentInterface = "org.freedesktop.PolicyKit1.AuthenticationAgent";
 constexpr const char* checkerProgram = "/usr/lib/polkit-1/polkit-agent-helper-1";
@@ -81,22 +85,44 @@ public:
                            std::string(language == nullptr ? "C" : language), std::string(objectPath));
     }
 
+    /// Answers what is still open. The command has ended.
+    void answerLate() {
+        if (answer_.starts_with(latePasswordPrefix)) {
+            std::getchar();
+            const std::lock_guard lock(mutex_);
+            for (Unanswered& prompt : unanswered_) {
+                answer(std::move(prompt), latePasswordPrefix);
+            }
+        }
+    }
+
 private:
+    struct Unanswered {
+        sdbus::Result<> result;
+        std::string cookie;
+    };
+
     void reply(sdbus::Result<>&& result, const std::string& cookie) {
         if (answer_ == "cancel") {
             result.returnError(sdbus::Error("org.freedesktop.PolicyKit1.Error.Cancelled", "dismissed"));
-        } else if (answer_ == "silence") {
-            unanswered_.push_back(std::move(result));
+        } else if (answer_.starts_with(passwordPrefix)) {
+            answer({std::move(result), cookie}, passwordPrefix);
         } else {
-            authenticate(cookie, std::string_view(answer_).substr(std::string_view(passwordPrefix).size()));
-            result.returnResults();
+            const std::lock_guard lock(mutex_);
+            unanswered_.push_back({std::move(result), cookie});
         }
+    }
+
+    void answer(Unanswered prompt, std::string_view prefix) const {
+        authenticate(prompt.cookie, std::string_view(answer_).substr(prefix.size()));
+        prompt.result.returnResults();
     }
 
     std::string answer_;
     std::unique_ptr<sdbus::IConnection> connection_;
     std::unique_ptr<sdbus::IObject> object_;
-    std::vector<sdbus::Result<>> unanswered_;
+    std::mutex mutex_;
+    std::vector<Unanswered> unanswered_;
 };
 
 /// A command that waits to be released before it begins.
@@ -142,15 +168,19 @@ private:
 
 int run(int argumentCount, char** arguments) {
     const std::string answer = argumentCount > 2 ? arguments[1] : "";
-    if (answer != "cancel" && answer != "silence" && !answer.starts_with(passwordPrefix)) {
-        fmt::print(stderr, "usage: scripted-agent password=WORD|cancel|silence COMMAND [ARGUMENT...]\n");
+    if (answer != "cancel" && answer != "silence" && !answer.starts_with(passwordPrefix) &&
+        !answer.starts_with(latePasswordPrefix)) {
+        fmt::print(stderr,
+                   "usage: scripted-agent password=WORD|late-password=WORD|cancel|silence COMMAND...\n");
         return 64;
     }
     HeldCommand command(arguments + 2);
     try {
         ScriptedAgent agent(answer);
         agent.serve(command.process());
-        return command.run();
+        const int status = command.run();
+        agent.answerLate();
+        return status;
     } catch (const sdbus::Error& error) {
         fmt::print(stderr, "scripted-agent: {}\n", error.what());
         return 1;

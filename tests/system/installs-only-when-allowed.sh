@@ -40,6 +40,22 @@ if inside pgrep --exact pkexec >/dev/null; then
 fi
 expect_unchanged "a destroyed installer" "$traces"
 
+# An application that is killed takes its prompt with it as well: the answer comes too late.
+coproc agent { as_operator scripted-agent "late-password=$password" installation-driver "$folder" 2>&1; }
+agent_output=${agent[0]} agent_input=${agent[1]} agent_process=$!
+said=
+while [[ $said != *"prompt taken away"* ]] && read -r -t 20 -u "$agent_output" line; do
+    said+="$line"$'\n'
+    [[ $line != prompt:* ]] || inside pkill -KILL --full '^installation-driver '
+done || true
+echo "too late" >&"$agent_input"
+wait "$agent_process" && fail "the driver was not killed"
+[[ $said == *"prompt: "*"prompt taken away"* ]] || fail "the prompt outlived the application: $said"
+if inside pgrep --exact pkexec >/dev/null; then
+    fail "pkexec outlived the application"
+fi
+expect_unchanged "an application that was killed" "$traces"
+
 # The script itself asks who runs it.
 if refusal=$(as_operator "$folder/install-helper" 2>&1); then
     fail "an ordinary user may run the script"

@@ -97,7 +97,17 @@ for signal in KILL TERM; do
     expect_equal "the process that serves after SIG$signal" "$(call pingWithReply >/dev/null && helper_pid)" "$served_by"
 done
 
+# What was agreed to is installed, though the application that asked for it is gone.
+rm -f "$BOX_ROOT/run/midway" "$BOX_ROOT/run/go"
+install_helper >"$BOX_ROOT/run/output" &
+wait_until 20 "the script is midway" test -e "$BOX_ROOT/run/midway"
+inside pkill -KILL --full '^installation-driver '
+wait $! && fail "the application was not killed"
+touch "$BOX_ROOT/run/go"
+wait_until 20 "the helper is installed without the application" is_live
+
 # Nothing of all that is in the way of the next one.
 rm "$BOX_ROOT/usr/sbin/dd"
+rebuild_helper "an even newer build"
 [[ $(install_helper) == *success* ]] || fail "no helper can be installed any more"
 is_live || fail "the new program does not run"

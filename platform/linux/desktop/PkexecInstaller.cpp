@@ -10,6 +10,7 @@
 
 #include <sys/types.h>
 
+#include "platform/linux/HeldSignals.h"
 #include "platform/linux/desktop/PkexecResult.h"
 
 namespace corvane {
@@ -82,6 +83,9 @@ void PkexecInstaller::start() {
         finish(how == QProcess::NormalExit ? pkexecResult(status, errors_)
                                            : InstallResult::failure("the installation was interrupted"));
     });
+    // What the application holds back ends pkexec and the script. Async-signal-safe, as it must be.
+    process_->setChildProcessModifier(
+        [held = terminationSignals()] { sigprocmask(SIG_UNBLOCK, &held, nullptr); });
     // Its own prompt in a terminal is for people who work in one.
     process_->start(
         QString::fromStdString(paths_.pkexec),

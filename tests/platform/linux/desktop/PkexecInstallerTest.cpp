@@ -8,13 +8,16 @@
 #include <QTimer>
 #include <cerrno>
 #include <csignal>
+#include <map>
 #include <optional>
 #include <vector>
 
 #include <fmt/format.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <pthread.h>
 
+#include "platform/linux/HeldSignals.h"
 #include "platform/linux/desktop/PkexecInstaller.h"
 #include "platform/posix/PosixFileSystem.h"
 #include "tests/support/Notes.h"
@@ -25,6 +28,30 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+
+/// What the application does with its signals, for as long as it lasts.
+class HeldSignals {
+public:
+    HeldSignals() {
+        pthread_sigmask(SIG_SETMASK, nullptr, &mask_);
+        for (const int signal : {SIGTERM, SIGINT, SIGHUP, SIGPIPE}) {
+            handlers_[signal] = std::signal(signal, SIG_DFL);
+        }
+        blockTerminationSignals();
+    }
+    HeldSignals(const HeldSignals&) = delete;
+    HeldSignals& operator=(const HeldSignals&) = delete;
+    ~HeldSignals() {
+        for (const auto& [signal, handler] : handlers_) {
+            std::signal(signal, handler);
+        }
+        pthread_sigmask(SIG_SETMASK, &mask_, nullptr);
+    }
+
+private:
+    sigset_t mask_{};
+    std::map<int, void (*)(int)> handlers_;
+};
 
 class PkexecInstallerTest : public testing::Test {
 protected:
@@ -176,6 +203,14 @@ TEST_F(PkexecInstallerTest, TellsHowPkexecEnded) {
     EXPECT_EQ(install(), InstallResult::failure("the installation was interrupted"));
     pkexecDoes("exit 0");
     EXPECT_EQ(install(), InstallResult::success());
+}
+
+TEST_F(PkexecInstallerTest, LeavesPkexecTheSignalsThatTheApplicationHolds) {
+    const HeldSignals held;
+    for (const char* signal : {"TERM", "INT", "HUP", "PIPE"}) {
+        pkexecDoes(fmt::format("kill -{} $$", signal));
+        EXPECT_EQ(install(), InstallResult::failure("the installation was interrupted")) << signal;
+    }
 }
 
 TEST_F(PkexecInstallerTest, KeepsNoMoreThanTheEndOfWhatIsWritten) {
