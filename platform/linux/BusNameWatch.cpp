@@ -1,18 +1,11 @@
 #include "platform/linux/BusNameWatch.h"
 
-#include <string_view>
 #include <utility>
 
 #include <fmt/format.h>
-#include <sdbus-c++/Message.h>
+#include <sdbus-c++/sdbus-c++.h>
 
 namespace corvane {
-
-namespace {
-
-constexpr std::string_view busItself = "org.freedesktop.DBus";
-
-}  // namespace
 
 sdbus::Slot watchBusName(sdbus::IConnection& connection, const std::string& name,
                          std::function<void(const OwnerChange& change)> changed) {
@@ -29,6 +22,19 @@ sdbus::Slot watchBusName(sdbus::IConnection& connection, const std::string& name
             message >> changedName >> change.former >> change.current;
             changed(change);
         });
+}
+
+std::string busNameOwner(sdbus::IConnection& connection, const std::string& name) {
+    const auto bus = sdbus::createProxy(connection, busItself, "/org/freedesktop/DBus");
+    std::string owner;
+    try {
+        bus->callMethod("GetNameOwner").onInterface(busItself).withArguments(name).storeResultsTo(owner);
+    } catch (const sdbus::Error& error) {
+        if (error.getName() != "org.freedesktop.DBus.Error.NameHasNoOwner") {
+            throw;
+        }
+    }
+    return owner;
 }
 
 }  // namespace corvane

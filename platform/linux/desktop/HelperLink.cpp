@@ -13,8 +13,6 @@ namespace corvane {
 
 namespace {
 
-/// The message bus itself as a sender: nobody else can bear this name.
-constexpr std::string_view busItself = "org.freedesktop.DBus";
 constexpr std::string_view noReply = "org.freedesktop.DBus.Error.NoReply";
 
 /// How long the bus may take to agree to tell of the helper's coming and going.

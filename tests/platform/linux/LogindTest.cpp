@@ -12,6 +12,7 @@
 #include "platform/simulated/RecordingLog.h"
 #include "tests/support/EnvironmentVariable.h"
 #include "tests/support/FakeLogind.h"
+#include "tests/support/LogindImpostor.h"
 #include "tests/support/PrivateBus.h"
 
 namespace corvane {
@@ -92,6 +93,32 @@ TEST_F(LogindObserverTest, IgnoresNoticesThatMakeNoSense) {
     EXPECT_THAT(heard, ElementsAre("suspending"));
 }
 
+TEST_F(LogindObserverTest, BelievesNobodyButTheLoginManager) {
+    FakeLogind logind(bus.address());
+    observe();
+    LogindImpostor impostor(bus.address());
+    impostor.tellOfSuspend(true);
+    impostor.tellOfSuspend(false);
+    logind.tellOfSuspend(true);
+    ASSERT_TRUE(runUntil([&] { return !heard.empty() && !logind.isHeld(0); }));
+    EXPECT_THAT(heard, ElementsAre("suspending"));
+    EXPECT_EQ(logind.locks().size(), 1U);
+}
+
+TEST_F(LogindObserverTest, BelievesNobodyWhileThereIsNoLoginManagerAndThenTheNewOneOnly) {
+    std::optional<FakeLogind> logind(bus.address());
+    observe();
+    LogindImpostor impostor(bus.address());
+    logind.reset();
+    impostor.tellOfSuspend(true);
+    logind.emplace(bus.address());
+    ASSERT_TRUE(runUntilHeard(2));
+    impostor.tellOfSuspend(true);
+    logind->tellOfSuspend(true);
+    ASSERT_TRUE(runUntil([&] { return !logind->isHeld(0); }));
+    EXPECT_THAT(heard, ElementsAre("resumed", "restarted", "suspending"));
+}
+
 TEST_F(LogindObserverTest, GoesOnWithALoginManagerThatComesUpAnew) {
     std::optional<FakeLogind> logind(bus.address());
     observe();
@@ -110,9 +137,12 @@ TEST_F(LogindObserverTest, SaysSoWhenSuspendsCannotBeDelayedAndStillHearsOfALate
     observe();
     ASSERT_EQ(log.lines().size(), 1U);
     EXPECT_THAT(log.lines().front(), testing::StartsWith("Corvane daemon: suspends cannot be delayed: "));
-    const FakeLogind logind(bus.address());
+    FakeLogind logind(bus.address());
     ASSERT_TRUE(runUntilHeard(2));
     EXPECT_EQ(logind.locks().size(), 1U);
+    logind.tellOfSuspend(true);
+    ASSERT_TRUE(runUntilHeard(3));
+    EXPECT_EQ(heard.back(), "suspending");
 }
 
 TEST_F(LogindObserverTest, SaysSoWhenThereIsNoBus) {

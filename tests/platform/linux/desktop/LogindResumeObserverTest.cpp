@@ -9,6 +9,7 @@
 #include "platform/simulated/RecordingLog.h"
 #include "tests/support/EnvironmentVariable.h"
 #include "tests/support/FakeLogind.h"
+#include "tests/support/LogindImpostor.h"
 #include "tests/support/PrivateBus.h"
 
 namespace corvane {
@@ -105,6 +106,23 @@ TEST_F(LogindResumeObserverTest, IgnoresNoticesThatMakeNoSense) {
     logind.tellNonsense();
     hear(logind);
     EXPECT_EQ(resumes.size(), 1U);
+}
+
+TEST_F(LogindResumeObserverTest, BelievesNobodyButTheLoginManager) {
+    std::optional<FakeLogind> logind(bus.address());
+    observe();
+    LogindImpostor impostor(bus.address());
+    impostor.tellOfSuspend(false);
+    hear(*logind);
+    EXPECT_EQ(resumes.size(), 1U);
+
+    logind.reset();
+    impostor.tellOfSuspend(true);
+    impostor.tellOfSuspend(false);
+    logind.emplace(bus.address());
+    impostor.tellOfSuspend(false);
+    hear(*logind);
+    EXPECT_EQ(resumes.size(), 2U) << "the new one is believed at once";
 }
 
 TEST_F(LogindResumeObserverTest, GoesOnWithALoginManagerThatComesUpAnew) {
