@@ -5,6 +5,7 @@
 #include <fmt/format.h>
 
 #include "platform/FanHelperProtocol.h"
+#include "platform/XmlText.h"
 
 namespace corvane {
 
@@ -33,26 +34,6 @@ constexpr std::string_view form = R"(<?xml version="1.0" encoding="UTF-8"?>
 </dict>
 </plist>
 )";
-
-std::string xmlText(std::string_view text) {
-    std::string escaped;
-    for (const char character : text) {
-        switch (character) {
-            case '&':
-                escaped += "&amp;";
-                break;
-            case '<':
-                escaped += "&lt;";
-                break;
-            case '>':
-                escaped += "&gt;";
-                break;
-            default:
-                escaped += character;
-        }
-    }
-    return escaped;
-}
 
 }  // namespace
 

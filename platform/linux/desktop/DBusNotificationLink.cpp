@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <cstdint>
 #include <map>
-#include <string_view>
 #include <utility>
 
 #include <sdbus-c++/sdbus-c++.h>
 
+#include "platform/XmlText.h"
 #include "platform/linux/BusNameWatch.h"
 
 namespace corvane {
@@ -25,28 +25,6 @@ constexpr const char* sound = "message-new-instant";
 constexpr std::uint8_t normalUrgency = 1;
 constexpr std::uint32_t nothingReplaced = 0;
 constexpr std::int32_t serverDecidesHowLong = -1;
-
-/// Text that reads as `text` where it is taken for markup.
-std::string escaped(std::string_view text) {
-    std::string result;
-    result.reserve(text.size());
-    for (const char letter : text) {
-        switch (letter) {
-            case '&':
-                result += "&amp;";
-                break;
-            case '<':
-                result += "&lt;";
-                break;
-            case '>':
-                result += "&gt;";
-                break;
-            default:
-                result += letter;
-        }
-    }
-    return result;
-}
 
 std::unique_ptr<sdbus::IConnection> connect(const HelperBus& bus, std::chrono::nanoseconds patience) {
     auto connection = bus.connect();
@@ -107,7 +85,7 @@ void DBusNotificationLink::learnCapabilities(const std::vector<std::string>& cap
 }
 
 void DBusNotificationLink::notify(const Post& post) {
-    const std::string body = *takesMarkup_ ? escaped(post->body) : post->body;
+    const std::string body = *takesMarkup_ ? xmlText(post->body) : post->body;
     const std::map<std::string, sdbus::Variant> hints = {
         {"desktop-entry", sdbus::Variant(std::string(desktopEntry))},
         {"urgency", sdbus::Variant(normalUrgency)},
