@@ -11,19 +11,11 @@ namespace corvane {
 namespace {
 
 constexpr const char* temporaryName = "de.tavrin.switchyard.smchelper.plist";
-constexpr const char* germanPrompt =
-    "Corvane installiert ein Hilfswerkzeug zur Lüftersteuerung. Danach läuft alles ohne weitere "
-    "Passwort-Abfragen.";
-constexpr const char* englishPrompt =
-    "Corvane is installing a small helper for fan control. After this, everything runs without further "
-    "password "
-    "prompts.";
 
 }  // namespace
 
-LaunchdInstaller::LaunchdInstaller(FileSystem& files, AppleScript& scripting, Paths paths,
-                                   std::function<bool()> isGerman)
-    : files_(files), scripting_(scripting), paths_(std::move(paths)), isGerman_(std::move(isGerman)) {}
+LaunchdInstaller::LaunchdInstaller(FileSystem& files, AppleScript& scripting, const Lang& lang, Paths paths)
+    : files_(files), scripting_(scripting), lang_(lang), paths_(std::move(paths)) {}
 
 bool LaunchdInstaller::isInstalled() const {
     return files_.isFile(paths_.installed.helper) && files_.isFile(paths_.installed.propertyList);
@@ -52,8 +44,12 @@ InstallResult LaunchdInstaller::installed() {
 }
 
 InstallResult LaunchdInstaller::runAsRoot(const std::string& shellScript) {
-    const AppleScriptResult result =
-        scripting_.run(appleScriptSource(shellScript, isGerman_() ? germanPrompt : englishPrompt));
+    const char* const prompt = lang_.text(
+        "Corvane installiert ein Hilfswerkzeug zur Lüftersteuerung. Danach läuft alles ohne weitere "
+        "Passwort-Abfragen.",
+        "Corvane is installing a small helper for fan control. After this, everything runs without further "
+        "password prompts.");
+    const AppleScriptResult result = scripting_.run(appleScriptSource(shellScript, prompt));
     switch (result.outcome) {
         case AppleScriptResult::Outcome::success:
             return InstallResult::success();

@@ -1,10 +1,10 @@
 #pragma once
 
 #include <filesystem>
-#include <functional>
 #include <optional>
 
 #include "app/installer/LaunchdLocations.h"
+#include "app/shell/Lang.h"
 #include "platform/AppleScript.h"
 #include "platform/FileSystem.h"
 #include "platform/HelperInstaller.h"
@@ -24,8 +24,8 @@ public:
         LaunchdLocations installed = {};
     };
 
-    /// `files` and `scripting` outlive the installer; `isGerman` chooses the prompt each time.
-    LaunchdInstaller(FileSystem& files, AppleScript& scripting, Paths paths, std::function<bool()> isGerman);
+    /// All but `paths` outlive the installer.
+    LaunchdInstaller(FileSystem& files, AppleScript& scripting, const Lang& lang, Paths paths);
 
     [[nodiscard]] bool isInstalled() const override;
     [[nodiscard]] bool needsUpdate() const override;
@@ -39,8 +39,8 @@ private:
 
     FileSystem& files_;
     AppleScript& scripting_;
+    const Lang& lang_;
     Paths paths_;
-    std::function<bool()> isGerman_;
 };
 
 }  // namespace corvane

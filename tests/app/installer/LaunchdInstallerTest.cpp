@@ -9,6 +9,8 @@
 #include "app/installer/LaunchdPropertyList.h"
 #include "app/installer/LaunchdScript.h"
 #include "platform/posix/PosixFileSystem.h"
+#include "platform/simulated/MemoryUserDefaults.h"
+#include "platform/simulated/SimulatedLocale.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace corvane {
@@ -78,8 +80,7 @@ constexpr const char* installedHelper = "/Library/PrivilegedHelperTools/de.tavri
 constexpr const char* installedList = "/Library/LaunchDaemons/de.tavrin.corvane.smchelper.plist";
 constexpr const char* english =
     "Corvane is installing a small helper for fan control. After this, everything runs without further "
-    "password "
-    "prompts.";
+    "password prompts.";
 constexpr const char* german =
     "Corvane installiert ein Hilfswerkzeug zur Lüftersteuerung. Danach läuft alles ohne weitere "
     "Passwort-Abfragen.";
@@ -100,14 +101,14 @@ protected:
         return {AppleScriptResult::Outcome::failure, number, std::move(message)};
     }
 
-    bool isGerman = false;
+    MemoryUserDefaults defaults;
+    SimulatedLocale locale;
+    Lang lang{defaults, locale};
     Steps steps;
     NotedFiles files{steps};
     NotedScripting scripting{steps, files};
     LaunchdInstaller installer{
-        files, scripting, {.bundledHelper = bundled, .temporaryFolder = "/tmp/user"}, [this] {
-            return isGerman;
-        }};
+        files, scripting, lang, {.bundledHelper = bundled, .temporaryFolder = "/tmp/user"}};
 };
 
 TEST_F(LaunchdInstallerTest, IsInstalledWithBothFilesOnly) {
@@ -142,9 +143,9 @@ TEST_F(LaunchdInstallerTest, ShowsOnePromptAndRemovesTheTemporaryFileAfterwards)
 }
 
 TEST_F(LaunchdInstallerTest, PromptsInTheLanguageOfTheMoment) {
-    isGerman = true;
+    defaults.set(Lang::setting, std::string("de"));
     EXPECT_EQ(install(), InstallResult::success());
-    isGerman = false;
+    defaults.set(Lang::setting, std::string("en"));
     EXPECT_EQ(install(), InstallResult::success());
     const std::string script = launchdScript(bundled, list, {});
     EXPECT_THAT(scripting.sources,
@@ -181,9 +182,8 @@ TEST_F(LaunchdInstallerTest, WritesNothingWithoutAHelperInTheBundle) {
     files.contents.erase(bundled);
     const auto missing = InstallResult::failure("Standalone helper binary not found in app bundle");
     EXPECT_EQ(install(), missing);
-    LaunchdInstaller without(files, scripting,
-                             {.bundledHelper = std::nullopt, .temporaryFolder = "/tmp/user"},
-                             [] { return false; });
+    LaunchdInstaller without(files, scripting, lang,
+                             {.bundledHelper = std::nullopt, .temporaryFolder = "/tmp/user"});
     without.install([&](const InstallResult& result) { EXPECT_EQ(result, missing); });
     EXPECT_FALSE(without.needsUpdate());
     EXPECT_THAT(steps, IsEmpty());
@@ -195,9 +195,8 @@ TEST_F(LaunchdInstallerTest, LeavesNoRealFileBehindWhenThePromptIsDismissed) {
     const auto helper = folder.write("bundle/corvane-helper", "program");
     std::filesystem::create_directory(folder / "temporary");
     scripting.result = failure(-128, std::nullopt);
-    LaunchdInstaller onDisk(real, scripting,
-                            {.bundledHelper = helper, .temporaryFolder = folder / "temporary"},
-                            [] { return false; });
+    LaunchdInstaller onDisk(real, scripting, lang,
+                            {.bundledHelper = helper, .temporaryFolder = folder / "temporary"});
     std::vector<InstallResult> results;
     onDisk.install([&](const InstallResult& result) { results.push_back(result); });
     EXPECT_THAT(results, ElementsAre(InstallResult::cancelled()));
