@@ -65,16 +65,18 @@ void JsonUserDefaults::load() {
 
 void JsonUserDefaults::change(const QString& key, const QJsonValue& value) {
     // Undefined is both what an absent key holds and what removes one.
-    if (unwritten_.empty() && values_.value(key) == value) {
-        return;
-    }
+    const bool isHeld = values_.value(key) == value;
     values_.insert(key, value);
     if (!file_) {
         return;
     }
     const bool wasFailing = !unwritten_.empty();
+    const bool isChangedByOthers = file_->hasChanged();
+    if (isHeld && !wasFailing && !isChangedByOthers) {
+        return;
+    }
     unwritten_.insert_or_assign(key, value);
-    if (file_->hasChanged()) {
+    if (isChangedByOthers) {
         load();
     }
     if (file_) {

@@ -19,9 +19,9 @@ namespace corvane {
 /// as a whole by each change.
 ///
 /// Nothing in the file is lost: what no setting is written as stays in it. A damaged file is renamed, and one
-/// that can be neither read nor renamed is never touched; settings then hold until the process ends. What
-/// others write to the file meanwhile is taken over by the next change made here, which goes on top. Each of
-/// these is one line in the log.
+/// that can be neither read nor renamed is never touched; settings then hold until the process ends. Each of
+/// these is one line in the log. What others write to the file meanwhile is taken over when the next setting
+/// is set or removed here, which goes on top even if nothing changes for this process.
 ///
 /// A real that is not finite, a text or key that is not UTF-8, and what would make the file larger than
 /// `JsonSettingsFile::maxSize` are refused with a line in the log: the former value stays.

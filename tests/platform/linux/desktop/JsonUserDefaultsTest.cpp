@@ -270,6 +270,24 @@ TEST_F(JsonUserDefaultsTest, GoesOnTopOfWhatOthersHaveWrittenMeanwhile) {
     EXPECT_EQ(open().value("theirs"), DefaultsValue(true));
 }
 
+TEST_F(JsonUserDefaultsTest, WritesWhatItHoldsAlreadyWhenOthersHaveChangedTheFile) {
+    auto defaults = open();
+    defaults.set("key", true);
+    write(R"({"key":false,"gone":1,"theirs":true})");
+    defaults.set("key", true);
+    EXPECT_EQ(open().value("key"), DefaultsValue(true));
+    EXPECT_EQ(open().value("theirs"), DefaultsValue(true));
+
+    write(R"({"key":true,"gone":12,"theirs":true})");
+    defaults.remove("gone");
+    EXPECT_EQ(open().value("gone"), std::nullopt);
+    EXPECT_EQ(open().value("theirs"), DefaultsValue(true));
+
+    fs::remove(path);
+    defaults.set("key", true);
+    EXPECT_EQ(open().value("key"), DefaultsValue(true));
+}
+
 TEST_F(JsonUserDefaultsTest, SetsAsideWhatOthersHaveDamagedMeanwhileAndGoesOn) {
     auto defaults = open();
     defaults.set("one", true);
