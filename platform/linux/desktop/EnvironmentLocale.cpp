@@ -11,10 +11,6 @@ namespace {
 constexpr std::string_view lettersAndDigits =
     "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789";
 
-bool isUntranslated(std::string_view language) {
-    return language == "C" || language == "POSIX";
-}
-
 /// Whether all of `tag`, which is not empty, is parts of 1 to 8 letters and digits, divided by "-".
 bool isLanguageTag(std::string_view tag) {
     constexpr std::size_t longestPart = 8;
@@ -32,7 +28,7 @@ bool isLanguageTag(std::string_view tag) {
 /// The language tag of a locale's name, which may have an encoding and a modifier behind it.
 std::optional<std::string> toLanguageTag(std::string_view locale) {
     std::string tag(locale.substr(0, locale.find_first_of(".@")));
-    if (isUntranslated(tag)) {
+    if (tag == "C" || tag == "POSIX") {
         return "en";
     }
     std::ranges::replace(tag, '_', '-');
@@ -55,13 +51,10 @@ std::vector<std::string> toLanguageTags(std::string_view locales) {
 }  // namespace
 
 std::vector<std::string> EnvironmentLocale::preferredLanguages() const {
-    const std::string chosen = locale();
-    if (!isUntranslated(chosen)) {
-        if (auto languages = toLanguageTags(valueOf("LANGUAGE")); !languages.empty()) {
-            return languages;
-        }
+    if (auto languages = toLanguageTags(valueOf("LANGUAGE")); !languages.empty()) {
+        return languages;
     }
-    return {toLanguageTag(chosen).value_or("en")};
+    return {toLanguageTag(locale()).value_or("en")};
 }
 
 std::string EnvironmentLocale::locale() const {

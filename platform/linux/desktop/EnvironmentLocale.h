@@ -11,12 +11,10 @@ namespace corvane {
 
 /// The languages that the environment asks for.
 ///
-/// They are the entries of $LANGUAGE, a list with colons, or, when there is none, the first of $LC_ALL,
-/// $LC_MESSAGES and $LANG that is set and not empty. "de_DE.UTF-8@euro" is "de-DE"; C, POSIX and an
-/// environment that says nothing are "en". Entries that are no language are left out.
-///
-/// $LANGUAGE does not count when that first variable says just C or POSIX, which is how programs are asked
-/// for untranslated texts everywhere. "C.UTF-8" chooses an encoding and leaves the language open.
+/// They are the entries of $LANGUAGE, a list with colons, whatever the other variables say, or, when there is
+/// none, the first of $LC_ALL, $LC_MESSAGES and $LANG that is set and not empty. "de_DE.UTF-8@euro" is
+/// "de-DE"; C, POSIX and an environment that says nothing are "en". Entries that are no language are left
+/// out.
 class EnvironmentLocale final : public Locale {
 public:
     explicit EnvironmentLocale(EnvironmentLookup lookup) : lookup_(std::move(lookup)) {}

@@ -54,11 +54,10 @@ TEST(EnvironmentLocale, PrefersTheListOfLanguages) {
     EXPECT_THAT(languagesIn({{"LANGUAGE", "de"}}), ElementsAre("de"));
 }
 
-TEST(EnvironmentLocale, IgnoresTheListWhenUntranslatedTextsAreAskedFor) {
-    EXPECT_THAT(languagesIn({{"LANGUAGE", "de"}, {"LC_ALL", "C"}}), ElementsAre("en"));
-    EXPECT_THAT(languagesIn({{"LANGUAGE", "de"}, {"LANG", "POSIX"}}), ElementsAre("en"));
-    EXPECT_THAT(languagesIn({{"LANGUAGE", "de"}, {"LANG", "C.UTF-8"}}), ElementsAre("de"))
-        << "this one is about the encoding";
+TEST(EnvironmentLocale, PrefersTheListOfLanguagesEvenWhereTextsAreUntranslated) {
+    EXPECT_THAT(languagesIn({{"LANGUAGE", "de:fr"}, {"LC_ALL", "C"}}), ElementsAre("de", "fr"));
+    EXPECT_THAT(languagesIn({{"LANGUAGE", "de"}, {"LANG", "POSIX"}}), ElementsAre("de"));
+    EXPECT_THAT(languagesIn({{"LANGUAGE", "de"}, {"LANG", "C.UTF-8"}}), ElementsAre("de"));
 }
 
 TEST(EnvironmentLocale, LeavesOutWhatIsNoLanguage) {
