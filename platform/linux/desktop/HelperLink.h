@@ -37,8 +37,10 @@ public:
     /// Connects to the bus. Called once, before anything else. Blocks while the bus does not answer.
     void open();
 
-    /// Sends a request, which starts the helper when it does not run. Exactly one event ends the call, unless
-    /// the helper keeps silent.
+    /// Sends a request, which starts the helper when it does not run. At most one of `answered` and `failed`
+    /// tells of the call; `ownerLeft` and `unavailable` end it as well. There may be none of these: when the
+    /// helper keeps silent, when the bus gives up waiting for it, and when the message cannot be sent. So the
+    /// caller limits the call's time, and forgets it then.
     void send(CallId call, const HelperRequest& request);
 
     /// The call is over; a reply that comes yet is not heard.
