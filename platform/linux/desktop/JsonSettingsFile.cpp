@@ -10,6 +10,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "platform/posix/FileDescriptor.h"
+
 namespace corvane {
 
 namespace {
@@ -38,38 +40,31 @@ fs::path followLinks(fs::path path) {
     return path;
 }
 
-std::optional<std::string> makePrivateFolder(const fs::path& folder) {
-    if (folder.empty() || mkdir(folder.c_str(), S_IRWXU) == 0) {
-        return std::nullopt;
+/// Puts on the disk which names are in the folder. Not every file system can; the names hold all the same as
+/// long as the system runs.
+void syncFolder(const fs::path& folder) {
+    const FileDescriptor names(
+        open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_CLOEXEC | O_DIRECTORY));
+    if (names.isOpen()) {
+        fsync(names.get());
     }
-    if (errno == ENOENT && folder != folder.parent_path()) {
-        if (auto failure = makePrivateFolder(folder.parent_path())) {
-            return failure;
-        }
-        return mkdir(folder.c_str(), S_IRWXU) == 0 ? std::nullopt : std::optional(textOf(errno));
-    }
-    std::error_code error;
-    return fs::is_directory(folder, error) ? std::nullopt : std::optional(textOf(ENOTDIR));
 }
 
-class OpenFile {
-public:
-    // A pipe in the file's place must not hold anything up.
-    explicit OpenFile(const fs::path& path)
-        : descriptor_(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY)) {}
-    OpenFile(const OpenFile&) = delete;
-    OpenFile& operator=(const OpenFile&) = delete;
-    ~OpenFile() {
-        if (descriptor_ >= 0) {
-            close(descriptor_);
-        }
+std::optional<std::string> makePrivateFolder(const fs::path& folder) {
+    std::error_code error;
+    if (folder.empty() || fs::is_directory(folder, error)) {
+        return std::nullopt;
     }
-
-    [[nodiscard]] int descriptor() const { return descriptor_; }
-
-private:
-    int descriptor_;
-};
+    if (auto failure = makePrivateFolder(folder.parent_path())) {
+        return failure;
+    }
+    // Made by others just now, or no folder, which shows when something is made in it.
+    if (mkdir(folder.c_str(), S_IRWXU) != 0 && errno != EEXIST) {
+        return textOf(errno);
+    }
+    syncFolder(folder.parent_path());
+    return std::nullopt;
+}
 
 /// Up to one byte more than is allowed; none on an error, which is in `errno`.
 std::optional<QByteArray> readAll(int descriptor) {
@@ -117,16 +112,17 @@ QByteArray toBytes(const QJsonObject& contents) {
 
 JsonSettingsFile::Contents JsonSettingsFile::read() {
     known_ = std::nullopt;
-    const OpenFile file(path_);
-    if (file.descriptor() < 0) {
+    // A pipe in the file's place must not hold anything up.
+    const FileDescriptor file(open(path_.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    if (!file.isOpen()) {
         return errno == ENOENT ? Contents(Absent{}) : Contents(Unreadable{textOf(errno)});
     }
     struct stat status {};
-    if (fstat(file.descriptor(), &status) != 0 || !S_ISREG(status.st_mode)) {
+    if (fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode)) {
         return Unreadable{"not a file"};
     }
     known_ = stampOf(status);
-    const std::optional<QByteArray> bytes = readAll(file.descriptor());
+    const std::optional<QByteArray> bytes = readAll(file.get());
     return bytes ? parse(*bytes) : Contents(Unreadable{textOf(errno)});
 }
 
@@ -151,6 +147,7 @@ std::optional<std::string> JsonSettingsFile::write(const QJsonObject& contents) 
     if (!file.commit()) {
         return file.errorString().toStdString();
     }
+    syncFolder(target.parent_path());
     known_ = isKnown ? std::optional(stampOf(status)) : std::nullopt;
     return std::nullopt;
 }

@@ -40,9 +40,9 @@ public:
 
     [[nodiscard]] Contents read();
 
-    /// Replaces the file, which at every moment is the old or the new one, and on the disk when this returns.
-    /// Only the user can read it; folders that are missing are made alike. Returns why not if it failed; the
-    /// old file is there then.
+    /// Replaces the file, which at every moment is the old or the new one. When this returns the new one is
+    /// on the disk, name and all, as far as the file system can promise that. Only the user can read it;
+    /// folders that are missing are made alike. Returns why not if it failed; the old file is there then.
     [[nodiscard]] std::optional<std::string> write(const QJsonObject& contents);
 
     /// Whether the file is another one than was last read or written here.
