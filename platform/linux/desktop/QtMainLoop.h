@@ -12,6 +12,7 @@ namespace corvane {
 class QtMainLoop final : public MainLoop {
 public:
     void holdTerminationSignals() override;
+    /// Throws std::system_error when the system has no descriptors left.
     void onTerminationSignal(std::function<void()> handler) override;
     int run() override;
     void exit(int status) override;

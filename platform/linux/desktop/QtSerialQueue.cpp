@@ -1,9 +1,7 @@
 #include "platform/linux/desktop/QtSerialQueue.h"
 
-#include <cerrno>
 #include <future>
 #include <memory>
-#include <system_error>
 #include <thread>
 
 #include <sys/eventfd.h>
@@ -15,13 +13,6 @@
 namespace corvane {
 
 namespace {
-
-int checked(int descriptor) {
-    if (descriptor < 0) {
-        throw std::system_error(errno, std::system_category(), "no main loop");
-    }
-    return descriptor;
-}
 
 timespec toTimespec(BootTime time) {
     const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(time.time_since_epoch());
@@ -74,9 +65,8 @@ private:
 };
 
 QtSerialQueue::QtSerialQueue()
-    : wakeUp_(checked(eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC)), [this] { runNext(); }),
-      alarm_(checked(timerfd_create(CLOCK_BOOTTIME, TFD_NONBLOCK | TFD_CLOEXEC)),
-             [this] { runDueTimers(); }) {}
+    : wakeUp_(eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC), [this] { runNext(); }),
+      alarm_(timerfd_create(CLOCK_BOOTTIME, TFD_NONBLOCK | TFD_CLOEXEC), [this] { runDueTimers(); }) {}
 
 QtSerialQueue::~QtSerialQueue() = default;
 
