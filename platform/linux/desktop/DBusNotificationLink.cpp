@@ -51,6 +51,8 @@ void DBusNotificationLink::start() {
 }
 
 void DBusNotificationLink::post(const Post& post) {
+    // News that has arrived comes first: it may be that there is another server now.
+    pump_.process();
     if (takesMarkup_) {
         notify(post);
         return;
