@@ -98,8 +98,12 @@ void FanHelperService::startWatchdog() {
     });
 }
 
+bool FanHelperService::isClientSilent() const {
+    return queue_.bootTime() - lastContact_ > longestSilence;
+}
+
 void FanHelperService::checkContact() {
-    if (queue_.bootTime() - lastContact_ <= longestSilence) {
+    if (!isClientSilent()) {
         return;
     }
     if (isBoosted_) {
@@ -129,6 +133,10 @@ void FanHelperService::releaseBeforeSuspend() {
 
 void FanHelperService::resumeAfterSuspend() {
     isSuspending_ = false;
+    if (floorPercent_ > 0 && !isClientSilent()) {
+        startLoopIfNeeded();
+        applyOnce();
+    }
 }
 
 void FanHelperService::onQueue(std::function<void(FanHelperService*)> work) {
@@ -178,10 +186,8 @@ void FanHelperService::setFloor(double percent, const Reply& reply) {
         reply(true, "boost off");
         return;
     }
-    if (isSuspending_) {
-        // A forced fan must not sleep with the machine; its user asks again afterwards.
-        floorPercent_ = 0;
-    } else {
+    // A forced fan must not sleep with the machine.
+    if (!isSuspending_) {
         startLoopIfNeeded();
         applyOnce();
     }

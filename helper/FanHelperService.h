@@ -46,6 +46,7 @@ public:
     /// Hands the fans back because the computer is about to sleep, and leaves them there until it is awake
     /// again, whatever is asked; the lid setting stays.
     void releaseBeforeSuspend();
+    /// Holds the floor that was asked for meanwhile, by a client that heard of the resume earlier, say.
     void resumeAfterSuspend();
 
 private:
@@ -58,6 +59,7 @@ private:
     void resetToAutomatic();
     void startWatchdog();
     void checkContact();
+    [[nodiscard]] bool isClientSilent() const;
 
     // The control loop (ControlLoop.cpp)
     void startLoopIfNeeded();

@@ -1,14 +1,13 @@
 #include "app/application/FanLog.h"
 
-#include <fmt/format.h>
+#include <utility>
 
 namespace corvane {
 
 FanLog::FanLog(const FanController& fan, Log& log) : fan_(fan), log_(log) {
     connect(&fan, &FanController::helperInstalledChanged, this, &FanLog::writeInstallation);
     connect(&fan, &FanController::helperNeedsUpdateChanged, this, &FanLog::writeInstallation);
-    connect(&fan, &FanController::statusMessageChanged, this, &FanLog::writeStatusMessage);
-    connect(&fan, &FanController::isBoostedChanged, this, &FanLog::writeBoost);
+    connect(&fan, &FanController::effectivePercentChanged, this, &FanLog::writeDriver);
     connect(&fan, &FanController::thermalOverrideChanged, this, &FanLog::writeThermalOverride);
     writeInstallation();
 }
@@ -23,28 +22,17 @@ void FanLog::writeInstallation() {
     }
 }
 
-void FanLog::writeStatusMessage() {
-    if (!fan_.statusMessage().isEmpty()) {
-        log_.write(fmt::format("Corvane: {}", fan_.statusMessage().toStdString()));
-    }
-}
-
-void FanLog::writeBoost() {
-    if (!fan_.isBoosted()) {
-        log_.write("Corvane: fans left to the firmware");
-    } else if (fan_.targetPercent() > 0) {
-        log_.write(fmt::format("Corvane: fans held at {:.0f} % at least", fan_.targetPercent()));
-    } else {
-        log_.write("Corvane: fans held by the helper, though not for this application");
+void FanLog::writeDriver() {
+    const bool isDriving = fan_.effectivePercent() > 0;
+    if (std::exchange(isHelperDriving_, isDriving) != isDriving) {
+        log_.write(isDriving ? "Corvane: the helper drives the fans"
+                             : "Corvane: the firmware drives the fans");
     }
 }
 
 void FanLog::writeThermalOverride() {
-    if (fan_.thermalOverride()) {
-        log_.write(fmt::format("Corvane: heat takes the fans to {:.0f} %", fan_.effectivePercent()));
-    } else {
-        log_.write("Corvane: heat asks no more of the fans than the floor");
-    }
+    log_.write(fan_.thermalOverride() ? "Corvane: heat takes the fans beyond the floor"
+                                      : "Corvane: heat asks no more of the fans than the floor");
 }
 
 }  // namespace corvane

@@ -7,7 +7,7 @@
 
 namespace corvane {
 
-/// Writes what becomes of the fans to the log, a line per change. Main loop.
+/// Writes what becomes of the fans to the log, a line per change, as the helper reports it. Main loop.
 class FanLog final : public QObject {
 public:
     /// Both outlive the log.
@@ -15,12 +15,12 @@ public:
 
 private:
     void writeInstallation();
-    void writeStatusMessage();
-    void writeBoost();
+    void writeDriver();
     void writeThermalOverride();
 
     const FanController& fan_;
     Log& log_;
+    bool isHelperDriving_ = false;
 };
 
 }  // namespace corvane

@@ -3,6 +3,8 @@
 #include <QPointer>
 #include <utility>
 
+#include <fmt/format.h>
+
 #include "app/fan/FanSettings.h"
 
 namespace corvane {
@@ -50,14 +52,20 @@ void FanController::connectIfNeeded() {
         return;
     }
     connection_ = connector_.connect({
-        .interrupted = [this] { setStatusMessage("Helper unterbrochen — verbinde neu"); },
+        .interrupted =
+            [this] {
+                log_.write("Corvane: the fan helper has gone, the next call starts it again");
+                setStatusMessage("Helper unterbrochen — verbinde neu");
+            },
         .invalidated =
             [this] {
+                log_.write("Corvane: there is no fan helper to connect to");
                 dropConnection();
                 setStatusMessage("Helper-Verbindung verloren");
             },
         .failed =
             [this](const std::string& description) {
+                log_.write(fmt::format("Corvane: a call of the fan helper failed: {}", description));
                 setStatusMessage("XPC-Fehler: " + description);
                 dropConnection();
             },
@@ -110,6 +118,7 @@ void FanController::finishInstallation(const InstallResult& result) {
             setStatusMessage("Installation abgebrochen");
             break;
         case InstallResult::Outcome::failure:
+            log_.write(fmt::format("Corvane: the fan helper could not be installed: {}", result.message));
             setStatusMessage("Fehler: " + result.message);
             break;
     }

@@ -75,8 +75,9 @@ bool FanController::applyBoost(std::optional<double> duration, bool isAutomatic)
     if (!isAutomatic && percent > 0) {
         manualPercent_ = percent;
     }
-    helper->setFanFloorWithPercentWithReply(percent, [this](bool ok, const std::string& /*text*/) {
+    helper->setFanFloorWithPercentWithReply(percent, [this](bool ok, const std::string& text) {
         if (!ok) {
+            log_.write(fmt::format("Corvane: the fan helper refused a floor: {}", text));
             isBoosted_ = false;
         }
         setStatusMessage(ok ? "" : lang_.text("Lüfter konnte nicht gesetzt werden.", "Couldn't set fans."));
@@ -85,7 +86,7 @@ bool FanController::applyBoost(std::optional<double> duration, bool isAutomatic)
     if (isAutomatic || percent <= 0) {
         cancelBoostExpiry();
     } else if (duration || !wasBoosted) {
-        scheduleBoostExpiry(std::min(duration.value_or(boostDuration_), longestBoostSeconds));
+        scheduleBoostExpiry(std::fmin(duration.value_or(boostDuration_), longestBoostSeconds));
     }
     return true;
 }
@@ -232,7 +233,6 @@ void FanController::setAuto(bool on) {
         evaluateAutoCooling(true);
     } else {
         disengage();
-        autoFloor_ = 0;
     }
 }
 
@@ -281,6 +281,7 @@ void FanController::engage(double floor, bool force) {
 
 void FanController::disengage() {
     autoEngaged_ = false;
+    autoFloor_ = 0;
     targetPercent_ = 0;
     resetBoost();
 }
@@ -308,7 +309,6 @@ void FanController::setTriggerCooling(std::optional<ProfileKind> kind) {
         evaluateAutoCooling(true);
     } else if (!fansEnabled_) {
         if (autoEngaged_) {
-            autoFloor_ = 0;
             disengage();
         }
     } else if (coolingMode_ == CoolingMode::manual) {

@@ -226,12 +226,41 @@ TEST(Release, OutlastsRequestsThatArriveBetweenItAndTheSuspend) {
     machine.advance(2s);
     EXPECT_FALSE(machine.isBoosted());
     EXPECT_FALSE(machine.mac.isAnyFanForced());
-    EXPECT_EQ(*machine.status().get<double>(StatusKey::floorPercent), 0.0);
+}
+
+TEST(Release, BeforeSleepEndsWithTheFloorThatWasAskedForMeanwhile) {
+    HelperMachine machine;
+    machine.startAt(60.0F);
+    machine.queue.syncAhead([&] { machine.service->releaseBeforeSuspend(); });
+    machine.time.suspend(1h);
+    machine.setFloor(40.0);
+    machine.advance(1s);
+    ASSERT_FALSE(machine.mac.isAnyFanForced());
 
     machine.queue.syncAhead([&] { machine.service->resumeAfterSuspend(); });
-    machine.setFloor(40.0);
     EXPECT_TRUE(machine.isBoosted());
     EXPECT_TRUE(machine.mac.isAnyFanForced());
+    EXPECT_EQ(*machine.status().get<double>(StatusKey::floorPercent), 40.0);
+}
+
+TEST(Release, BeforeSleepForgetsAFloorWhoseClientWasNotHeardSince) {
+    HelperMachine machine;
+    machine.startAt(60.0F);
+    machine.queue.syncAhead([&] { machine.service->releaseBeforeSuspend(); });
+    machine.setFloor(40.0);
+    machine.time.suspend(1h);
+    machine.queue.syncAhead([&] { machine.service->resumeAfterSuspend(); });
+    EXPECT_FALSE(machine.mac.isAnyFanForced());
+}
+
+TEST(Release, BeforeSleepEndsWithNothingHeldWhenTheFloorWasWithdrawnMeanwhile) {
+    HelperMachine machine;
+    machine.startAt(60.0F);
+    machine.queue.syncAhead([&] { machine.service->releaseBeforeSuspend(); });
+    machine.setFloor(40.0);
+    machine.stopBoost();
+    machine.queue.syncAhead([&] { machine.service->resumeAfterSuspend(); });
+    EXPECT_FALSE(machine.mac.isAnyFanForced());
 }
 
 TEST(Release, GoesAheadOfRequestsThatWait) {

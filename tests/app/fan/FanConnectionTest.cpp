@@ -8,6 +8,23 @@ using Kind = CoolingProfile::Kind;
 constexpr const char* interrupted = "Helper unterbrochen — verbinde neu";
 constexpr const char* lost = "Helper-Verbindung verloren";
 
+TEST(FanConnection, LogsWhatBecomesOfItInEnglish) {
+    ConnectedMachine machine;
+    machine.locale.prefer({"de"});
+    machine.killHelper();
+    machine.settle();
+    machine.host.failCallsWith("no time");
+    machine.advance(1s);
+    machine.host.failCallsWith("");
+    machine.boost();
+    machine.host.setInstalled(false);
+    machine.advance(1s);
+    EXPECT_THAT(machine.log.lines(),
+                testing::ElementsAre("Corvane: the fan helper has gone, the next call starts it again",
+                                     "Corvane: a call of the fan helper failed: no time",
+                                     "Corvane: there is no fan helper to connect to"));
+}
+
 // Interruption
 
 TEST(FanConnection, SaysThatTheHelperWasInterruptedAndKeepsTheConnection) {

@@ -164,6 +164,7 @@ TEST_F(FanManual, ShowsARefusalInBothLanguages) {
     machine.settle();
     EXPECT_FALSE(fan().isBoosted());
     EXPECT_EQ(fan().statusMessage(), "Lüfter konnte nicht gesetzt werden.");
+    EXPECT_EQ(machine.log.count("Corvane: the fan helper refused a floor: "), 2U);
     EXPECT_FALSE(machine.helper.mac.isAnyFanForced());
 }
 

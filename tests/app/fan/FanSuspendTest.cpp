@@ -50,6 +50,20 @@ TEST_F(FanSuspend, GivesAManualBoostTheTimeThatIsLeft) {
     EXPECT_EQ(machine.postedTitles(), Texts{"Fan boost finished"});
 }
 
+TEST_F(FanSuspend, GetsItsFloorWhenTheHelperHearsOfTheResumeLater) {
+    switchOn(50, CoolingMode::manual);
+    FanHelperService& service = *machine.helper.service;
+    machine.helper.queue.sync([&] { service.releaseBeforeSuspend(); });
+    machine.helper.time.suspend(5min);
+    machine.mainLoop.syncAhead([&] { fan().resumeAfterSuspend(); });
+    machine.advance(100ms);
+    EXPECT_FALSE(machine.helper.mac.isAnyFanForced());
+    machine.helper.queue.sync([&] { service.resumeAfterSuspend(); });
+    machine.advance(3s);
+    EXPECT_TRUE(machine.helper.mac.isAnyFanForced());
+    EXPECT_TRUE(fan().isBoosted());
+}
+
 TEST_F(FanSuspend, EndsABoostWhoseTimeIsOver) {
     switchOn(50, CoolingMode::manual);
     suspend(1h);

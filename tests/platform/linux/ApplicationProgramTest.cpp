@@ -56,7 +56,8 @@ TEST_F(ApplicationProgramTest, RunsUntilATerminationSignalEndsItWell) {
     for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
         SCOPED_TRACE(strsignal(signal));
         ChildProcess application(program, {}, environment());
-        ASSERT_TRUE(application.waitForError("Helper-Verbindung verloren")) << application.errors();
+        ASSERT_TRUE(application.waitForError("Corvane: there is no fan helper to connect to"))
+            << application.errors();
         application.signal(signal);
         EXPECT_EQ(application.wait(), 0) << application.errors();
     }
