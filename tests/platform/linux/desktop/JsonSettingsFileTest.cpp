@@ -21,9 +21,9 @@ struct Sync {
     bool isNamed;
 
     bool operator==(const Sync&) const = default;
-    friend void PrintTo(const Sync& sync, std::ostream* stream) {
-        *stream << sync.what
-                << (sync.isNamed ? " once the file had its name" : " before the file had its name");
+    friend std::ostream& operator<<(std::ostream& stream, const Sync& sync) {
+        return stream << sync.what
+                      << (sync.isNamed ? " once the file had its name" : " before the file had its name");
     }
 };
 
