@@ -1,8 +1,8 @@
 #pragma once
 
-#include <memory>
 #include <string>
 
+#include "platform/Lifetime.h"
 #include "platform/NotificationCenter.h"
 
 namespace corvane {
@@ -23,8 +23,7 @@ public:
 private:
     NotificationCenter& center_;
     bool didSetDelegate_ = false;
-    /// Answers of the notification service find this expired when the notifier is gone.
-    std::shared_ptr<Notifier*> self_ = std::make_shared<Notifier*>(this);
+    Lifetime lifetime_;
 };
 
 }  // namespace corvane

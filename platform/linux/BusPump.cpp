@@ -31,11 +31,7 @@ void BusPump::process() {
     try {
         for (int handled = 0; connection_.processPendingRequest(); ++handled) {
             if (handled == messagesPerRound) {
-                asio::post(context_, [self = std::weak_ptr(self_)] {
-                    if (const auto pump = self.lock()) {
-                        (*pump)->process();
-                    }
-                });
+                asio::post(context_, lifetime_.bound([this] { process(); }));
                 return;
             }
         }
@@ -70,14 +66,12 @@ void BusPump::await(asio::posix::stream_descriptor::wait_type type, bool& isWait
         return;
     }
     isWaiting = true;
-    descriptor_.async_wait(type, [self = std::weak_ptr(self_), &isWaiting](const std::error_code& error) {
-        const auto pump = self.lock();
-        if (error || !pump) {
-            return;
+    descriptor_.async_wait(type, lifetime_.bound([this, &isWaiting](const std::error_code& error) {
+        if (!error) {
+            isWaiting = false;
+            process();
         }
-        isWaiting = false;
-        (*pump)->process();
-    });
+    }));
 }
 
 }  // namespace corvane

@@ -1,12 +1,13 @@
 #pragma once
 
 #include <functional>
-#include <memory>
 #include <string>
 
 #include <asio/io_context.hpp>
 #include <asio/posix/stream_descriptor.hpp>
 #include <sdbus-c++/IConnection.h>
+
+#include "platform/Lifetime.h"
 
 namespace corvane {
 
@@ -35,8 +36,7 @@ private:
     sdbus::IConnection& connection_;
     std::function<void(const std::string&)> onLost_;
     asio::posix::stream_descriptor descriptor_;
-    /// Waits and posts that outlive the pump find this expired.
-    std::shared_ptr<BusPump*> self_ = std::make_shared<BusPump*>(this);
+    Lifetime lifetime_;
     bool isReading_ = false;
     bool isWriting_ = false;
 };

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "platform/Lifetime.h"
+
 namespace corvane {
 
 /// Calls travel through the main loop both ways, so nothing happens inside a call.
@@ -77,14 +79,13 @@ private:
         if (helper == nullptr) {
             return;
         }
-        forward(*helper, [self = std::weak_ptr(self_), &mainLoop = host_.mainLoop_, call,
-                          reply = std::move(reply)](Values... values) {
-            mainLoop.async([self, call, reply, ... values = std::move(values)] {
-                const auto connection = self.lock();
-                if (connection && (*connection)->timeouts_.erase(call) == 1) {
-                    reply(values...);
-                }
-            });
+        auto finish = lifetime_.bound([this, call, reply = std::move(reply)](const Values&... values) {
+            if (timeouts_.erase(call) == 1) {
+                reply(values...);
+            }
+        });
+        forward(*helper, [&mainLoop = host_.mainLoop_, finish = std::move(finish)](Values... values) {
+            mainLoop.async([finish, ... values = std::move(values)]() mutable { finish(values...); });
         });
     }
 
@@ -104,13 +105,7 @@ private:
         invalidated();
     }
 
-    void onMainLoop(std::function<void()> work) {
-        host_.mainLoop_.async([self = std::weak_ptr(self_), work = std::move(work)] {
-            if (const auto connection = self.lock()) {
-                work();
-            }
-        });
-    }
+    void onMainLoop(std::function<void()> work) { host_.mainLoop_.async(lifetime_.bound(std::move(work))); }
 
     SimulatedHelperHost& host_;
     HelperConnectionHandlers handlers_;
@@ -118,8 +113,7 @@ private:
     std::map<CallNumber, std::unique_ptr<Timer>> timeouts_;
     CallNumber lastCall_ = 0;
     bool isDead_ = false;
-    /// What is on its way finds this expired when the connection is gone.
-    std::shared_ptr<Connection*> self_ = std::make_shared<Connection*>(this);
+    Lifetime lifetime_;
 };
 
 SimulatedHelperHost::SimulatedHelperHost(SerialQueue& mainLoop, Launch launch)

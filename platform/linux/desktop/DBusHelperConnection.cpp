@@ -44,12 +44,9 @@ void DBusHelperConnection::close() {
 template <typename... Values>
 std::function<void(Values...)> DBusHelperConnection::onMainLoop(
     void (DBusHelperConnection::*member)(Values...)) {
-    return [&mainLoop = mainLoop_, self = std::weak_ptr(self_), member](Values... values) {
-        mainLoop.async([self, member, ... values = std::move(values)] {
-            if (const auto alive = self.lock()) {
-                ((*alive)->*member)(values...);
-            }
-        });
+    auto call = lifetime_.bound([this, member](const Values&... values) { (this->*member)(values...); });
+    return [&mainLoop = mainLoop_, call = std::move(call)](Values... values) {
+        mainLoop.async([call, ... values = std::move(values)]() mutable { call(values...); });
     };
 }
 

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "platform/HelperConnection.h"
+#include "platform/Lifetime.h"
 #include "platform/SerialQueue.h"
 #include "platform/linux/HelperBus.h"
 #include "platform/linux/desktop/BusThread.h"
@@ -70,8 +71,7 @@ private:
     std::map<CallId, Call> calls_;
     /// Only posted work touches what it points to. Null once the connection is dead.
     std::shared_ptr<HelperLink> link_;
-    /// Work on its way to the main loop finds this expired once the connection is gone.
-    std::shared_ptr<DBusHelperConnection*> self_ = std::make_shared<DBusHelperConnection*>(this);
+    Lifetime lifetime_;
 };
 
 }  // namespace corvane

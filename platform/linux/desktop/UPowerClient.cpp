@@ -75,11 +75,11 @@ void UPowerClient::finishReading(std::optional<Batteries> result) {
 
 void UPowerClient::waitForNews() {
     newsTimer_.expires_after(patience_.news);
-    newsTimer_.async_wait([this, self = std::weak_ptr(self_)](const std::error_code& error) {
-        if (!error && !self.expired()) {
+    newsTimer_.async_wait(lifetime_.bound([this](const std::error_code& error) {
+        if (!error) {
             pump_->send([this] { refresh(); });
         }
-    });
+    }));
 }
 
 void UPowerClient::forget() {

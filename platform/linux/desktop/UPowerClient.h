@@ -11,6 +11,7 @@
 #include <asio/steady_timer.hpp>
 #include <sdbus-c++/IConnection.h>
 
+#include "platform/Lifetime.h"
 #include "platform/linux/BusPump.h"
 #include "platform/linux/desktop/UPowerReading.h"
 
@@ -53,8 +54,7 @@ private:
     void forget();
 
     asio::io_context& context_;
-    /// Work that outlives the client finds this expired.
-    std::shared_ptr<UPowerClient*> self_ = std::make_shared<UPowerClient*>(this);
+    Lifetime lifetime_;
     UPowerPatience patience_;
     std::function<void(std::optional<Batteries>)> publish_;
     std::unique_ptr<sdbus::IConnection> connection_;

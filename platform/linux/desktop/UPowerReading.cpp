@@ -73,11 +73,11 @@ UPowerReading::UPowerReading(asio::io_context& context, sdbus::IConnection& conn
                              std::chrono::milliseconds patience,
                              std::function<void(std::optional<Batteries>)> done)
     : context_(context), connection_(connection), done_(std::move(done)), timeout_(context, patience) {
-    timeout_.async_wait([this, self = std::weak_ptr(self_)](const std::error_code& error) {
-        if (!error && !self.expired()) {
+    timeout_.async_wait(lifetime_.bound([this](const std::error_code& error) {
+        if (!error) {
             finish(std::nullopt);
         }
-    });
+    }));
     askForManager();
     askForDevices();
 }
@@ -153,12 +153,10 @@ void UPowerReading::finish(std::optional<Batteries> result) {
     }
     timeout_.cancel();
     // The proxy whose handler this may be must not be destroyed in it.
-    asio::post(context_, [self = std::weak_ptr(self_), done = std::exchange(done_, nullptr),
-                          result = std::move(result)]() mutable {
-        if (!self.expired()) {
-            done(std::move(result));
-        }
-    });
+    asio::post(context_,
+               lifetime_.bound([done = std::exchange(done_, nullptr), result = std::move(result)]() mutable {
+                   done(std::move(result));
+               }));
 }
 
 UPowerReading::Batteries UPowerReading::batteries() const {

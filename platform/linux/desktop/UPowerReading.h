@@ -12,6 +12,7 @@
 #include <asio/steady_timer.hpp>
 #include <sdbus-c++/sdbus-c++.h>
 
+#include "platform/Lifetime.h"
 #include "platform/PowerSources.h"
 
 namespace corvane {
@@ -54,8 +55,7 @@ private:
     asio::io_context& context_;
     sdbus::IConnection& connection_;
     std::function<void(std::optional<Batteries>)> done_;
-    /// Work that outlives the reading finds this expired.
-    std::shared_ptr<UPowerReading*> self_ = std::make_shared<UPowerReading*>(this);
+    Lifetime lifetime_;
     int openQuestions_ = 0;
     std::optional<bool> isOnBattery_;
     /// By object path.
