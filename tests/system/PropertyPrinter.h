@@ -21,8 +21,8 @@ public:
         }
     }
 
-private Q_SLOTS:
-    void print() {
+private:
+    Q_SLOT void print() {
         const QMetaObject& type = *printed_.metaObject();
         for (int i = type.propertyOffset(); i < type.propertyCount(); ++i) {
             if (type.property(i).notifySignalIndex() == senderSignalIndex()) {
@@ -31,7 +31,6 @@ private Q_SLOTS:
         }
     }
 
-private:
     /// Values that have no text are left out.
     void write(const QMetaProperty& property) {
         const QVariant value = property.read(&printed_);
