@@ -23,9 +23,6 @@ TEST(RunApplication, HoldsTerminationSignalsBeforeItDoesAnythingElse) {
 
 TEST(RunApplication, EndsAtASignalWithoutAWordToTheHelperWhichThenReleasesByItself) {
     TestAppPlatform platform;
-    platform.prepareDefaults = [](UserDefaults& defaults) {
-        defaults.set("fan.coolingMode", std::string("manual"));
-    };
     platform.loop.scripted(3s, [&] {
         platform.helper.service->setFanFloorWithPercentWithReply(80, [](bool, const std::string&) {});
     });

@@ -27,9 +27,7 @@ public:
     SerialQueue& mainQueue() override { return queue; }
 
     std::unique_ptr<UserDefaults> makeUserDefaults() override {
-        auto made = std::make_unique<MemoryUserDefaults>();
-        prepareDefaults(*made);
-        return made;
+        return std::make_unique<MemoryUserDefaults>();
     }
     std::unique_ptr<Locale> makeLocale() override { return std::make_unique<SimulatedLocale>(); }
     std::unique_ptr<NotificationCenter> makeNotificationCenter() override {
@@ -63,7 +61,6 @@ public:
     EventLog events;
     TestMainLoop loop{helper.time, events};
     bool isHelperInstalled = true;
-    std::function<void(UserDefaults&)> prepareDefaults = [](UserDefaults&) {};
     /// Tells the application that the computer is back from a suspend.
     std::function<void()> resume;
 

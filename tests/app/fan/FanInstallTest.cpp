@@ -81,6 +81,9 @@ TEST(FanInstall, SaysWhyItFailed) {
     machine.fan->installHelper();
     machine.finish(InstallResult::failure("/Library: no space left — 0 bytes"));
     EXPECT_EQ(machine.message(), "Fehler: /Library: no space left — 0 bytes");
+    EXPECT_EQ(machine.log.count(
+                  "Corvane: the fan helper could not be installed: /Library: no space left — 0 bytes"),
+              1U);
     EXPECT_FALSE(machine.fan->helperInstalled());
     EXPECT_EQ(machine.host.connectionCount(), 0U);
 }
