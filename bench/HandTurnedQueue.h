@@ -31,6 +31,9 @@ public:
     [[nodiscard]] std::unique_ptr<Timer> after(Duration delay, Work work) override {
         return std::make_unique<HandTimer>(timers_, delay, std::move(work));
     }
+    [[nodiscard]] std::unique_ptr<Timer> at(WallTime time, Work work) override {
+        return after(time - wallTime(), std::move(work));
+    }
     [[nodiscard]] std::unique_ptr<Timer> every(Duration /*first*/, Duration period, Work work) override {
         return std::make_unique<HandTimer>(timers_, period, std::move(work));
     }

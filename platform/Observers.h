@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/ThermalStateMonitor.h"
+#include "platform/Observation.h"
 
 namespace corvane {
 

@@ -61,6 +61,10 @@ public:
     /// Runs `work` once, `delay` (boot time, 0 or more) from now.
     [[nodiscard]] virtual std::unique_ptr<Timer> after(Duration delay, Work work) = 0;
 
+    /// Runs `work` once, as soon as the calendar has reached `time`, wherever the clock is set meanwhile;
+    /// soon when it has already. A suspend that it falls into ends it as the computer wakes up.
+    [[nodiscard]] virtual std::unique_ptr<Timer> at(WallTime time, Work work) = 0;
+
     /// Runs `work` `first` from now and then every `period` (more than 0). Deadlines are absolute: a late run
     /// does not shift the next. Runs that were missed (a blocked queue, a suspended machine) are made up for
     /// by one. A due timer does not wait behind a backlog of `async` work.

@@ -3,19 +3,12 @@
 #include <functional>
 #include <memory>
 
+#include "platform/Observation.h"
+
 namespace corvane {
 
 /// How hot the system feels, in order.
 enum class ThermalState { nominal, fair, serious, critical };
-
-/// An observation that is under way; destroying it ends it.
-class Observation {
-public:
-    Observation() = default;
-    Observation(const Observation&) = delete;
-    Observation& operator=(const Observation&) = delete;
-    virtual ~Observation() = default;
-};
 
 /// The system's thermal state. Belongs to the main loop.
 class ThermalStateMonitor {

@@ -4,10 +4,12 @@
 #include <utility>
 
 #include <asio/basic_waitable_timer.hpp>
+#include <asio/posix/stream_descriptor.hpp>
 #include <asio/post.hpp>
 #include <pthread.h>
 
 #include "platform/linux/LinuxClock.h"
+#include "platform/linux/TimerDescriptor.h"
 
 namespace corvane {
 
@@ -62,6 +64,40 @@ public:
 
 private:
     std::shared_ptr<TimerState> state_;
+};
+
+/// The same for a timer of the calendar.
+struct CalendarState : std::enable_shared_from_this<CalendarState> {
+    CalendarState(asio::io_context& context, WallTime due, SerialQueue::Work what)
+        : alarm(context, makeTimerDescriptor(CLOCK_REALTIME)), work(std::move(what)) {
+        setTimerDescriptor(alarm.native_handle(), due.time_since_epoch());
+    }
+
+    void arm() {
+        alarm.async_wait(alarm.wait_read, [self = shared_from_this()](const std::error_code& error) {
+            if (!error && !self->isCancelled) {
+                self->work();
+            }
+        });
+    }
+
+    asio::posix::stream_descriptor alarm;
+    SerialQueue::Work work;
+    bool isCancelled = false;
+};
+
+class CalendarTimer final : public Timer {
+public:
+    explicit CalendarTimer(std::shared_ptr<CalendarState> state) : state_(std::move(state)) { state_->arm(); }
+    CalendarTimer(const CalendarTimer&) = delete;
+    CalendarTimer& operator=(const CalendarTimer&) = delete;
+    ~CalendarTimer() override {
+        state_->isCancelled = true;
+        state_->alarm.cancel();
+    }
+
+private:
+    std::shared_ptr<CalendarState> state_;
 };
 
 constexpr std::size_t longestThreadName = 15;
@@ -125,6 +161,10 @@ void AsioSerialQueue::syncAhead(const Work& work) {
 std::unique_ptr<Timer> AsioSerialQueue::after(Duration delay, Work work) {
     return std::make_unique<QueueTimer>(
         std::make_shared<TimerState>(context_, bootTime() + delay, Duration::zero(), std::move(work)));
+}
+
+std::unique_ptr<Timer> AsioSerialQueue::at(WallTime time, Work work) {
+    return std::make_unique<CalendarTimer>(std::make_shared<CalendarState>(context_, time, std::move(work)));
 }
 
 std::unique_ptr<Timer> AsioSerialQueue::every(Duration first, Duration period, Work work) {

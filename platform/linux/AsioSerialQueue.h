@@ -25,6 +25,7 @@ public:
     void sync(const Work& work) override;
     void syncAhead(const Work& work) override;
     [[nodiscard]] std::unique_ptr<Timer> after(Duration delay, Work work) override;
+    [[nodiscard]] std::unique_ptr<Timer> at(WallTime time, Work work) override;
     [[nodiscard]] std::unique_ptr<Timer> every(Duration first, Duration period, Work work) override;
     void sleep(Duration duration) override;
     [[nodiscard]] BootTime bootTime() const override;

@@ -11,6 +11,13 @@ void VirtualTime::advance(Duration duration) {
     runUntil(now_ + duration);
 }
 
+void VirtualTime::setWallTime(WallTime time) {
+    wallOffset_ = time - WallTime(sinceStart());
+    for (CalendarTimer* timer : calendarTimers_) {
+        timer->armAgain();
+    }
+}
+
 VirtualTime::EventKey VirtualTime::schedule(VirtualQueue& queue, BootTime due, std::function<void()> work) {
     const EventKey key{due, handedOver_++};
     events_.emplace(key, Event{&queue, std::move(work)});
@@ -84,6 +91,47 @@ private:
     std::optional<VirtualTime::EventKey> armed_;
 };
 
+/// Moves its event whenever the calendar is set.
+class VirtualQueue::VirtualCalendarTimer final : public Timer, public VirtualTime::CalendarTimer {
+public:
+    VirtualCalendarTimer(VirtualQueue& queue, WallTime due, Work work)
+        : queue_(queue), due_(due), work_(std::make_shared<Work>(std::move(work))) {
+        queue_.time_.calendarTimers_.insert(this);
+        arm();
+    }
+    VirtualCalendarTimer(const VirtualCalendarTimer&) = delete;
+    VirtualCalendarTimer& operator=(const VirtualCalendarTimer&) = delete;
+    ~VirtualCalendarTimer() override { disarm(); }
+
+    void armAgain() override {
+        queue_.time_.cancel(armed_);
+        arm();
+    }
+
+private:
+    void arm() {
+        const Duration left = std::max<Duration>(due_ - queue_.wallTime(), Duration::zero());
+        armed_ = queue_.time_.schedule(queue_, queue_.bootTime() + left, [this] { fire(); });
+    }
+
+    void disarm() {
+        if (queue_.time_.calendarTimers_.erase(this) != 0) {
+            queue_.time_.cancel(armed_);
+        }
+    }
+
+    void fire() {
+        disarm();
+        const std::shared_ptr<Work> work = work_;
+        (*work)();
+    }
+
+    VirtualQueue& queue_;
+    WallTime due_;
+    std::shared_ptr<Work> work_;
+    VirtualTime::EventKey armed_;
+};
+
 VirtualQueue::~VirtualQueue() {
     std::erase_if(time_.events_, [this](const auto& event) { return event.second.queue == this; });
 }
@@ -117,6 +165,10 @@ void VirtualQueue::syncAhead(const Work& work) {
 
 std::unique_ptr<Timer> VirtualQueue::after(Duration delay, Work work) {
     return std::make_unique<VirtualTimer>(*this, time_.now_ + delay, Duration::zero(), std::move(work));
+}
+
+std::unique_ptr<Timer> VirtualQueue::at(WallTime time, Work work) {
+    return std::make_unique<VirtualCalendarTimer>(*this, time, std::move(work));
 }
 
 std::unique_ptr<Timer> VirtualQueue::every(Duration first, Duration period, Work work) {

@@ -4,6 +4,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <set>
 #include <utility>
 
 #include "platform/SerialQueue.h"
@@ -27,13 +28,25 @@ public:
     void suspend(Duration duration) { now_ += duration; }
 
     /// Sets the calendar; boot time is not touched.
-    void setWallTime(WallTime time) { wallOffset_ = time - WallTime(sinceStart()); }
+    void setWallTime(WallTime time);
 
     [[nodiscard]] BootTime bootTime() const { return now_; }
     [[nodiscard]] WallTime wallTime() const { return WallTime(sinceStart()) + wallOffset_; }
 
 private:
     friend class VirtualQueue;
+
+    /// What waits for the calendar.
+    class CalendarTimer {
+    public:
+        CalendarTimer() = default;
+        CalendarTimer(const CalendarTimer&) = delete;
+        CalendarTimer& operator=(const CalendarTimer&) = delete;
+        virtual ~CalendarTimer() = default;
+
+        /// The calendar was set.
+        virtual void armAgain() = 0;
+    };
 
     struct Event {
         VirtualQueue* queue;
@@ -56,6 +69,7 @@ private:
     std::chrono::system_clock::duration wallOffset_{std::chrono::hours(24 * 365 * 50)};
     std::uint64_t handedOver_ = 0;
     Events events_;
+    std::set<CalendarTimer*> calendarTimers_;
 };
 
 /// A serial queue on virtual time. While it sleeps, other queues go on.
@@ -69,6 +83,7 @@ public:
     void sync(const Work& work) override;
     void syncAhead(const Work& work) override;
     [[nodiscard]] std::unique_ptr<Timer> after(Duration delay, Work work) override;
+    [[nodiscard]] std::unique_ptr<Timer> at(WallTime time, Work work) override;
     [[nodiscard]] std::unique_ptr<Timer> every(Duration first, Duration period, Work work) override;
     void sleep(Duration duration) override;
     [[nodiscard]] BootTime bootTime() const override { return time_.bootTime(); }
@@ -77,6 +92,7 @@ public:
 private:
     friend class VirtualTime;
     class VirtualTimer;
+    class VirtualCalendarTimer;
 
     void refuseToWaitForCaller() const;
 

@@ -13,6 +13,9 @@ public:
     [[nodiscard]] std::unique_ptr<Timer> after(Duration /*delay*/, Work work) override {
         return add(std::move(work));
     }
+    [[nodiscard]] std::unique_ptr<Timer> at(WallTime /*time*/, Work work) override {
+        return add(std::move(work));
+    }
     [[nodiscard]] std::unique_ptr<Timer> every(Duration /*first*/, Duration /*period*/, Work work) override {
         return add(std::move(work));
     }

@@ -37,6 +37,10 @@ protected:
     void after(Duration delay, SerialQueue::Work work) {
         queue().sync([&] { timers.push_back(queue().after(delay, std::move(work))); });
     }
+    /// From now, on the calendar.
+    void at(Duration delay, SerialQueue::Work work) {
+        queue().sync([&] { timers.push_back(queue().at(queue().wallTime() + delay, std::move(work))); });
+    }
     void every(Duration first, Duration period, SerialQueue::Work work) {
         queue().sync([&] { timers.push_back(queue().every(first, period, std::move(work))); });
     }
@@ -162,11 +166,42 @@ TYPED_TEST_P(SerialQueueContract, MakesUpForMissedRunsByOne) {
     EXPECT_LE(static_cast<Duration::rep>(runs.size()), 1 + runs.back() / period - awake / period);
 }
 
+TYPED_TEST_P(SerialQueueContract, RunsWorkOnceWhenTheCalendarHasReachedItsTime) {
+    using namespace std::chrono_literals;
+    WallTime start{};
+    this->queue().sync([&] {
+        start = this->queue().wallTime();
+        this->timers.push_back(this->queue().at(start + 30ms, this->note("late")));
+        this->timers.push_back(this->queue().at(
+            start + 10ms, [this, start] { this->times.add(this->queue().wallTime() - start); }));
+    });
+    ASSERT_TRUE(this->await(this->notes, 1));
+    EXPECT_GE(this->queue().wallTime(), start + 30ms);
+    ASSERT_EQ(this->times.size(), 1U);
+    EXPECT_GE(this->times.all().front(), 10ms);
+    this->after(20ms, this->note("still once"));
+    ASSERT_TRUE(this->await(this->notes, 2));
+    EXPECT_THAT(this->notes.all(), testing::ElementsAre("late", "still once"));
+}
+
+TYPED_TEST_P(SerialQueueContract, RunsWorkSoonWhoseTimeOnTheCalendarHasPassed) {
+    using namespace std::chrono_literals;
+    this->queue().sync([this] {
+        this->timers.push_back(this->queue().at(WallTime(-1h), this->note("before the calendar began")));
+        this->timers.push_back(this->queue().at(WallTime(), this->note("at its beginning")));
+        this->timers.push_back(this->queue().at(this->queue().wallTime() - 1h, this->note("an hour ago")));
+        this->notes.add("not yet");
+    });
+    ASSERT_TRUE(this->await(this->notes, 4));
+    EXPECT_EQ(this->notes.all().front(), "not yet");
+}
+
 TYPED_TEST_P(SerialQueueContract, NeverRunsADestroyedTimerNotEvenOneThatIsDue) {
     using namespace std::chrono_literals;
     this->queue().sync([this] {
         auto once = this->queue().after(1ms, this->note("once"));
         auto often = this->queue().every(1ms, 1ms, this->note("often"));
+        auto onDate = this->queue().at(this->queue().wallTime() + 1ms, this->note("on a date"));
         this->queue().sleep(10ms);
     });
     this->after(20ms, this->note("later"));
@@ -186,10 +221,15 @@ TYPED_TEST_P(SerialQueueContract, LetsATimerBeDestroyedByItsOwnWork) {
         this->notes.add(held);
     });
     ASSERT_TRUE(this->await(this->notes, 2));
-    this->after(20ms, this->note("later"));
+    this->at(1ms, [this, held = std::string("on a date")] {
+        this->timers.clear();
+        this->notes.add(held);
+    });
     ASSERT_TRUE(this->await(this->notes, 3));
+    this->after(20ms, this->note("later"));
+    ASSERT_TRUE(this->await(this->notes, 4));
     EXPECT_THAT(this->notes.all(),
-                testing::ElementsAre("what the work holds outlives it", "repeated", "later"));
+                testing::ElementsAre("what the work holds outlives it", "repeated", "on a date", "later"));
 }
 
 TYPED_TEST_P(SerialQueueContract, RunsNothingWhileItSleeps) {
@@ -211,7 +251,9 @@ REGISTER_TYPED_TEST_SUITE_P(SerialQueueContract, RunsWorkInTheOrderItWasHandedOv
                             RunsSyncAfterEverythingHandedOverBefore, RunsSyncAheadOfABacklog,
                             RunsWorkHandedOverByWorkBehindWhatIsWaiting, TakesWorkFromADestructorOfWork,
                             RunsTimersWhenTheyAreDueAndNotBefore, DoesNotShiftTheNextRunAfterALateOne,
-                            MakesUpForMissedRunsByOne, NeverRunsADestroyedTimerNotEvenOneThatIsDue,
-                            LetsATimerBeDestroyedByItsOwnWork, RunsNothingWhileItSleeps);
+                            MakesUpForMissedRunsByOne, RunsWorkOnceWhenTheCalendarHasReachedItsTime,
+                            RunsWorkSoonWhoseTimeOnTheCalendarHasPassed,
+                            NeverRunsADestroyedTimerNotEvenOneThatIsDue, LetsATimerBeDestroyedByItsOwnWork,
+                            RunsNothingWhileItSleeps);
 
 }  // namespace corvane

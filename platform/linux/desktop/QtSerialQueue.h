@@ -1,13 +1,12 @@
 #pragma once
 
-#include <cstdint>
 #include <deque>
-#include <map>
+#include <memory>
 #include <mutex>
-#include <utility>
 
 #include "platform/SerialQueue.h"
 #include "platform/linux/desktop/QtDescriptor.h"
+#include "platform/linux/desktop/QtTimers.h"
 
 namespace corvane {
 
@@ -29,19 +28,14 @@ public:
     /// The same.
     void syncAhead(const Work& work) override;
     [[nodiscard]] std::unique_ptr<Timer> after(Duration delay, Work work) override;
+    [[nodiscard]] std::unique_ptr<Timer> at(WallTime time, Work work) override;
     [[nodiscard]] std::unique_ptr<Timer> every(Duration first, Duration period, Work work) override;
     void sleep(Duration duration) override;
     [[nodiscard]] BootTime bootTime() const override;
     [[nodiscard]] WallTime wallTime() const override;
 
 private:
-    class QtTimer;
-    /// Deadlines differ by the number of the timer, so that equal ones keep the order they were made in.
-    using Deadline = std::pair<BootTime, std::uint64_t>;
-
     void runNext();
-    void runDueTimers();
-    void setAlarm();
 
     std::mutex mutex_;
     std::deque<Work> ahead_;
@@ -49,11 +43,8 @@ private:
     /// Readable while work waits.
     QtDescriptor wakeUp_;
 
-    std::map<Deadline, QtTimer*> timers_;
-    std::uint64_t timersMade_ = 0;
-    /// Readable when the earliest deadline has come, counted in boot time: at once after a suspend that it
-    /// fell into.
-    QtDescriptor alarm_;
+    QtTimers bootTimers_;
+    QtTimers calendarTimers_;
 };
 
 }  // namespace corvane

@@ -219,5 +219,31 @@ TEST_F(VirtualTimeTest, TheCalendarCanBeSetWithoutTouchingBootTime) {
     EXPECT_THAT(notes, ElementsAre("due"));
 }
 
+TEST_F(VirtualTimeTest, TimersOnTheCalendarFollowItWhenItIsSet) {
+    const auto wait = queue.at(queue.wallTime() + 60s, note("due"));
+    time.advance(10s);
+    time.setWallTime(queue.wallTime() - 100s);
+    time.advance(149s);
+    EXPECT_THAT(notes, IsEmpty());
+    time.advance(1s);
+    EXPECT_THAT(notes, ElementsAre("due"));
+
+    const auto skipped = queue.at(queue.wallTime() + 60s, note("skipped to"));
+    time.setWallTime(queue.wallTime() + 1h);
+    time.settle();
+    EXPECT_THAT(notes, ElementsAre("due", "skipped to"));
+    time.setWallTime(queue.wallTime() - 2h);
+    time.advance(3h);
+    EXPECT_THAT(notes, ElementsAre("due", "skipped to")) << "once";
+}
+
+TEST_F(VirtualTimeTest, ATimerOnTheCalendarRunsAfterASuspendThatItFellInto) {
+    const auto wait = queue.at(queue.wallTime() + 60s, note("due"));
+    time.suspend(1h);
+    EXPECT_THAT(notes, IsEmpty());
+    time.settle();
+    EXPECT_THAT(notes, ElementsAre("due"));
+}
+
 }  // namespace
 }  // namespace corvane
