@@ -60,25 +60,11 @@ private:
     SimulatedSmc connection_;
 };
 
-/// The control file that is never there.
-class NoScenario final : public ScenarioSource {
-public:
-    std::optional<Stamp> stamp() override { return std::nullopt; }
-    std::optional<std::string> read(std::size_t /*limit*/) override { return std::nullopt; }
-};
-
-std::unique_ptr<ScenarioSource> sourceFor(const std::string& path) {
-    if (path.empty()) {
-        return std::make_unique<NoScenario>();
-    }
-    return std::make_unique<ScenarioFile>(path);
-}
-
 }  // namespace
 
 std::unique_ptr<SmcConnection> makeSimulatedSmc(std::function<BootTime()> clock,
                                                 const std::string& scenarioPath, Log& log) {
-    ScenarioReader reader(sourceFor(scenarioPath), scenarioPath, log);
+    ScenarioReader reader(scenarioSourceFor(scenarioPath), scenarioPath, log);
     const Scenario initial = reader.changed(clock()).value_or(Scenario{});
     auto smc = std::make_unique<ControlledSmc>(std::move(clock), std::move(reader), initial);
     log.write(fmt::format("Simulation: this is a simulated {}", smc->model().title));

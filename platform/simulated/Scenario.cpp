@@ -2,71 +2,17 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <utility>
 
 #include <fmt/format.h>
 
 #include "platform/simulated/MacModel.h"
+#include "platform/simulated/ScenarioText.h"
+#include "platform/simulated/SurroundingsSettings.h"
 
 namespace corvane {
 
 namespace {
-
-/// What is wrong with a line, or nothing.
-using Objection = std::optional<std::string>;
-
-constexpr std::string_view blanks = " \t\r";
-
-std::string_view trimmed(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(blanks);
-    if (first == std::string_view::npos) {
-        return {};
-    }
-    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
-}
-
-std::string_view withoutComment(std::string_view line) {
-    for (std::size_t i = 0; i < line.size(); ++i) {
-        if (line[i] == '#' && (i == 0 || blanks.find(line[i - 1]) != std::string_view::npos)) {
-            return line.substr(0, i);
-        }
-    }
-    return line;
-}
-
-/// Takes the first word off `text`.
-std::string_view nextWord(std::string_view& text) {
-    text = trimmed(text);
-    const std::string_view word = text.substr(0, text.find_first_of(blanks));
-    text = trimmed(text.substr(word.size()));
-    return word;
-}
-
-/// Foreign text for a message: short, and without control characters.
-std::string quoted(std::string_view text) {
-    constexpr std::size_t longest = 40;
-    std::string safe(text.substr(0, longest));
-    std::ranges::replace_if(
-        safe, [](char letter) { return letter < ' ' || letter > '~'; }, '?');
-    return "\"" + safe + (text.size() > longest ? "...\"" : "\"");
-}
-
-template <typename Number>
-std::optional<Number> parsedNumber(std::string_view text) {
-    Number number{};
-    const char* const end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, number);
-    if (error != std::errc() || stop != end) {
-        return std::nullopt;
-    }
-    return number;
-}
-
-std::optional<double> numberWithin(std::string_view text, double least, double most) {
-    const std::optional<double> number = parsedNumber<double>(text);
-    return number && *number >= least && *number <= most ? number : std::nullopt;
-}
 
 Objection setModel(Scenario& scenario, std::string_view value) {
     if (findMacModel(value) == nullptr) {
@@ -207,7 +153,7 @@ Objection takeSetting(Scenario& scenario, int line, std::string_view name, std::
             return objection;
         }
     }
-    return "nothing is called " + quoted(name);
+    return takeSurroundings(scenario.surroundings, name, value);
 }
 
 Objection takeLine(Scenario& scenario, int line, std::string_view text) {

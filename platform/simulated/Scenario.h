@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "platform/simulated/KeyFault.h"
+#include "platform/simulated/Surroundings.h"
 
 namespace corvane {
 
@@ -35,7 +36,6 @@ struct KeyRequest {
 };
 
 /// Everything a control file says about the simulated computer; what it does not mention has its default.
-/// Sections for other parts of the computer become further members.
 struct Scenario {
     /// One of `macModels`; counts when the machine is made.
     std::string model = "macbook-pro-16";
@@ -48,6 +48,7 @@ struct Scenario {
     bool smcPresent = true;
     /// In the order of the file: later ones count.
     std::vector<KeyRequest> keyRequests;
+    Surroundings surroundings;
 };
 
 /// A control file may have this many bytes.

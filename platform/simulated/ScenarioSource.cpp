@@ -35,4 +35,21 @@ std::optional<std::string> ScenarioFile::read(std::size_t limit) {
     return text;
 }
 
+namespace {
+
+class NoScenario final : public ScenarioSource {
+public:
+    std::optional<Stamp> stamp() override { return std::nullopt; }
+    std::optional<std::string> read(std::size_t /*limit*/) override { return std::nullopt; }
+};
+
+}  // namespace
+
+std::unique_ptr<ScenarioSource> scenarioSourceFor(const std::string& path) {
+    if (path.empty()) {
+        return std::make_unique<NoScenario>();
+    }
+    return std::make_unique<ScenarioFile>(path);
+}
+
 }  // namespace corvane

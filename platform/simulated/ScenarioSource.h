@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -41,5 +42,8 @@ public:
 private:
     std::filesystem::path path_;
 };
+
+/// The control file at `path`; for an empty path the one that is never there.
+std::unique_ptr<ScenarioSource> scenarioSourceFor(const std::string& path);
 
 }  // namespace corvane

@@ -19,16 +19,21 @@ public:
         return observers_.add(std::move(changed));
     }
 
-    // Both announce the change before they return, if it is one.
-    void start(const std::string& identifier) {
-        if (identifiers_.insert(identifier).second) {
+    /// Announces the change before it returns, if it is one.
+    void set(Identifiers identifiers) {
+        if (std::exchange(identifiers_, identifiers) != identifiers) {
             observers_.notify();
         }
     }
+    void start(const std::string& identifier) {
+        Identifiers running = identifiers_;
+        running.insert(identifier);
+        set(std::move(running));
+    }
     void quit(const std::string& identifier) {
-        if (identifiers_.erase(identifier) != 0) {
-            observers_.notify();
-        }
+        Identifiers running = identifiers_;
+        running.erase(identifier);
+        set(std::move(running));
     }
 
     /// Changes them without a word, as where the system does not tell.

@@ -7,12 +7,12 @@
 
 namespace corvane {
 
-/// Prints a property whenever it changes, and once to begin with.
+/// Prints a model's properties, each whenever it changes and once to begin with: "PREFIX.PROPERTY VALUE".
 class PropertyPrinter final : public QObject {
     Q_OBJECT
 
 public:
-    explicit PropertyPrinter(const QObject& printed) : printed_(printed) {
+    PropertyPrinter(const char* prefix, const QObject& printed) : prefix_(prefix), printed_(printed) {
         const QMetaMethod slot = metaObject()->method(metaObject()->indexOfSlot("print()"));
         const QMetaObject& type = *printed.metaObject();
         for (int i = type.propertyOffset(); i < type.propertyCount(); ++i) {
@@ -34,11 +34,18 @@ private:
     /// Values that have no text are left out.
     void write(const QMetaProperty& property) {
         const QVariant value = property.read(&printed_);
-        if (value.canConvert<QString>()) {
-            std::cout << property.name() << ' ' << value.toString().toStdString() << std::endl;
+        if (value.metaType() == QMetaType::fromType<QStringList>()) {
+            writeLine(property, value.toStringList().join(','));
+        } else if (value.canConvert<QString>()) {
+            writeLine(property, value.toString());
         }
     }
 
+    void writeLine(const QMetaProperty& property, const QString& value) {
+        std::cout << prefix_ << '.' << property.name() << ' ' << value.toStdString() << std::endl;
+    }
+
+    const char* prefix_;
     const QObject& printed_;
 };
 

@@ -9,7 +9,7 @@ plug_in_processor hwmon1
 
 helper_is inactive || fail "the helper ran before anybody asked"
 start_application /opt/corvane
-wait_until 5 "the first status has come" shows cpuTemp 45
+wait_until 5 "the first status has come" shows fan.cpuTemp 45
 helper_is active || fail "the helper was not started by the application's poll"
 expect_equal "mode of a fan that nobody asked for" "$(fan_mode hwmon0)" 5
 
@@ -17,23 +17,23 @@ tell mode manual
 tell fans on
 tell slider 60
 wait_until 5 "the fan is forced" fan_is_in hwmon0 1
-wait_until 5 "the application shows the boost" shows isBoosted true
-wait_until 5 "the application shows the floor" shows targetPercent 60
-wait_until 5 "the helper's own figure is shown" shows effectivePercent 60
+wait_until 5 "the application shows the boost" shows fan.isBoosted true
+wait_until 5 "the application shows the floor" shows fan.targetPercent 60
+wait_until 5 "the helper's own figure is shown" shows fan.effectivePercent 60
 expect_between "duty of the forced fan" "$(fan_duty hwmon0)" 153 255
 
 inside kill -KILL "$(helper_pid)"
 wait_until 5 "the fan is the firmware's again" fan_is_in hwmon0 5
-wait_until 5 "the application noticed the interruption" has_shown statusMessage "Helper unterbrochen — verbinde neu"
-wait_until 10 "the application shows that nothing is held" shows isBoosted false
-wait_until 5 "the application shows what the new helper applies" shows effectivePercent 0
+wait_until 5 "the application noticed the interruption" has_shown fan.statusMessage "Helper unterbrochen — verbinde neu"
+wait_until 10 "the application shows that nothing is held" shows fan.isBoosted false
+wait_until 5 "the application shows what the new helper applies" shows fan.effectivePercent 0
 
 tell slider 70
 wait_until 5 "the fan is forced again" fan_is_in hwmon0 1
-wait_until 5 "the application shows the new boost" shows isBoosted true
+wait_until 5 "the application shows the new boost" shows fan.isBoosted true
 tell fans off
 wait_until 10 "the fan is handed back" fan_is_in hwmon0 5
-wait_until 5 "the application shows the release" shows isBoosted false
+wait_until 5 "the application shows the release" shows fan.isBoosted false
 
 tell request max
 wait_until 5 "the automation's request turns the fan" fan_is_in hwmon0 1

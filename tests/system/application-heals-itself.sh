@@ -18,7 +18,7 @@ start_application /opt/corvane
 wait_until 4 "what an earlier run may have left is released at start" fan_is_in hwmon0 5
 wait_until 3 "the lid lock of an earlier run is gone, too" has_no_lid_lock
 
-wait_until 5 "the application polls" shows isBoosted false
+wait_until 5 "the application polls" shows fan.isBoosted false
 call setFanFloorWithPercentWithReply d 80 >/dev/null
 call setLidStayAwakeWithReply b true >/dev/null
 wait_until 3 "the fan is forced behind the application's back" fan_is_in hwmon0 1

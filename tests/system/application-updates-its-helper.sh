@@ -13,14 +13,14 @@ answering() {
 }
 
 start_application "$prefix" answering
-shows helperInstalled false || fail "the application believes in a helper that is not there"
-wait_until 5 "the connection is found to lead nowhere" shows statusMessage "Helper-Verbindung verloren"
+shows fan.helperInstalled false || fail "the application believes in a helper that is not there"
+wait_until 5 "the connection is found to lead nowhere" shows fan.statusMessage "Helper-Verbindung verloren"
 tell fans on
 tell install
-wait_until 20 "the helper is installed" shows helperInstalled true
-has_shown statusMessage "Helper installiert" || fail "the application did not say that the helper is installed"
-shows fansEnabled false || fail "fans were switched on without a helper"
-wait_until 5 "the fresh connection brings the status" shows cpuTemp 45
+wait_until 20 "the helper is installed" shows fan.helperInstalled true
+has_shown fan.statusMessage "Helper installiert" || fail "the application did not say that the helper is installed"
+shows fan.fansEnabled false || fail "fans were switched on without a helper"
+wait_until 5 "the fresh connection brings the status" shows fan.cpuTemp 45
 
 tell mode manual
 tell fans on
@@ -31,19 +31,19 @@ quit_application
 
 rebuild_helper "a newer build"
 start_application "$prefix" answering
-shows helperInstalled true || fail "the application does not see the helper"
-shows helperNeedsUpdate true || fail "the application does not see that its helper is newer"
+shows fan.helperInstalled true || fail "the application does not see the helper"
+shows fan.helperNeedsUpdate true || fail "the application does not see that its helper is newer"
 tell install
-wait_until 20 "the update is installed" shows helperNeedsUpdate false
+wait_until 20 "the update is installed" shows fan.helperNeedsUpdate false
 is_live || fail "the old helper still runs"
 tell mode manual
 tell fans on
 wait_until 5 "the new helper drives the fan" fan_is_in hwmon0 1
-wait_until 5 "the application shows it" shows isBoosted true
+wait_until 5 "the application shows it" shows fan.isBoosted true
 quit_application
 
 start_application "$prefix" as_operator
 tell install
 wait_until 20 "a prompt that nobody answers fails the installation" grep --quiet "^statusMessage Fehler: " "$application_output"
-shows helperInstalled true || fail "a failed installation lost the helper"
+shows fan.helperInstalled true || fail "a failed installation lost the helper"
 quit_application

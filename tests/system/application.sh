@@ -1,6 +1,6 @@
 # shellcheck shell=bash
 # For tests of the application: runs its models, without a window, as an ordinary user of the system under test.
-# Sourced after lib.sh; FAN_DRIVER is the test program.
+# Sourced after lib.sh; MODEL_DRIVER is the test program.
 
 application_folder=$(mktemp -d)
 application_output=$application_folder/output
@@ -11,11 +11,11 @@ start_application() {
     local prefix=$1 runner=("${@:2}")
     ((${#runner[@]})) || runner=(as_visitor)
     inside mkdir --parents "$prefix/bin"
-    inside install -m 755 /dev/stdin "$prefix/bin/fan-driver" <"${FAN_DRIVER:?not given}"
+    inside install -m 755 /dev/stdin "$prefix/bin/corvane-models" <"${MODEL_DRIVER:?not given}"
     : >"$application_output"
-    exec {commands}> >("${runner[@]}" env HOME=/tmp "$prefix/bin/fan-driver" >>"$application_output")
+    exec {commands}> >("${runner[@]}" env HOME=/tmp "$prefix/bin/corvane-models" >>"$application_output")
     application=$!
-    wait_until 5 "the application runs" shows fansEnabled false
+    wait_until 5 "the application runs" shows fan.fansEnabled false
 }
 
 # tell COMMAND...: one line for the application.
@@ -27,6 +27,12 @@ tell() {
 quit_application() {
     exec {commands}>&-
     wait "$application" || fail "the application ended with $?"
+}
+
+# Ends it where it stands.
+kill_application() {
+    inside pkill --signal KILL --exact corvane-models
+    wait "$application" || true
 }
 
 # shows PROPERTY VALUE: what the application published last.

@@ -40,14 +40,14 @@ void obey(FanController& fan, const std::string& line) {
     } else if (command == "install") {
         fan.installHelper();
     } else {
-        std::fprintf(stderr, "FanDriver: no such command: %s\n", line.c_str());
+        std::fprintf(stderr, "ModelDriver: no such command: %s\n", line.c_str());
     }
 }
 
 int drive(const PlatformOptions& options) {
     const auto platform = selectAppPlatform(options);
     Application application(*platform);
-    const PropertyPrinter printer(application.fan());
+    const PropertyPrinter printer("fan", application.fan());
     std::string unread;
     const QtDescriptor input(dup(STDIN_FILENO), [&] {
         std::array<char, 256> text{};
@@ -72,7 +72,7 @@ int main(int argc, char** argv) {
     using namespace corvane;
     const auto options = PlatformOptions::fromEnvironment([](const char* name) { return std::getenv(name); });
     if (const auto* mistake = std::get_if<std::string>(&options)) {
-        std::fprintf(stderr, "FanDriver: %s\n", mistake->c_str());
+        std::fprintf(stderr, "ModelDriver: %s\n", mistake->c_str());
         return EXIT_FAILURE;
     }
     const QCoreApplication application(argc, argv);
