@@ -15,6 +15,12 @@ struct PowerInfo {
     std::optional<int> percentage;
     bool isCharging = false;
 
+    /// The charge that is left while the battery is all there is to run on; none on AC, without a battery and
+    /// when the charge is not known. What every battery rule looks at.
+    [[nodiscard]] std::optional<int> percentageOnBattery() const {
+        return hasBattery && !onAC ? percentage : std::nullopt;
+    }
+
     bool operator==(const PowerInfo&) const = default;
 };
 
