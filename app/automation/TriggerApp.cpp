@@ -8,24 +8,23 @@ const QString bundleIDKey = QStringLiteral("bundleID");
 const QString nameKey = QStringLiteral("name");
 const QString coolingKey = QStringLiteral("cooling");
 
-/// None of the outer kind for what is no cooling at all.
-std::optional<std::optional<CoolingProfile::Kind>> decodeCooling(const QJsonObject& entry) {
-    const QJsonValue value = entry.value(coolingKey);
+/// False for what is neither a cooling nor its absence.
+bool takeCooling(const QJsonValue& value, TriggerApp& app) {
     if (value.isUndefined() || value.isNull()) {
-        return std::optional<CoolingProfile::Kind>();
+        return true;
     }
-    const auto kind = CoolingProfile::fromRawValue(value.toString().toStdString());
-    return kind ? std::optional(kind) : std::nullopt;
+    app.cooling = CoolingProfile::fromRawValue(value.toString().toStdString());
+    return app.cooling.has_value();
 }
 
 std::optional<TriggerApp> decodeEntry(const QJsonObject& entry) {
     const auto bundleID = StoredList::text(entry, bundleIDKey);
     const auto name = StoredList::text(entry, nameKey);
-    const auto cooling = decodeCooling(entry);
-    if (!bundleID || !name || !cooling) {
+    if (!bundleID || !name) {
         return std::nullopt;
     }
-    return TriggerApp{.bundleID = *bundleID, .name = *name, .cooling = *cooling};
+    TriggerApp app{.bundleID = *bundleID, .name = *name, .cooling = std::nullopt};
+    return takeCooling(entry.value(coolingKey), app) ? std::optional(app) : std::nullopt;
 }
 
 }  // namespace

@@ -17,9 +17,9 @@ std::optional<UpdateFeed> UpdateFeed::parse(const std::string& body) {
     if (!version.isString()) {
         return std::nullopt;
     }
-    // An invalid address leaves the url empty.
+    const QUrl url(feed.value(QStringLiteral("url")).toString(), QUrl::StrictMode);
     return UpdateFeed{.version = version.toString(),
-                      .url = QUrl(feed.value(QStringLiteral("url")).toString(), QUrl::StrictMode),
+                      .url = url.isValid() ? url : QUrl(),
                       .notes = feed.value(QStringLiteral("notes")).toString()};
 }
 
