@@ -57,11 +57,19 @@ public:
 
     [[nodiscard]] std::string request(std::size_t lock) const { return locks_.all().at(lock).request; }
 
-    [[nodiscard]] bool isHeld(std::size_t lock) const { return !isClosedWithin(lock, 0); }
+    [[nodiscard]] bool isHeld(std::size_t lock) const { return isHeld(locks_.all().at(lock), 0); }
+
+    /// Whether the lock is still held after so many milliseconds; returns early when it is not. A lock may
+    /// outlive its login manager.
+    [[nodiscard]] static bool isHeld(const Lock& lock, int milliseconds) {
+        pollfd waiting{lock.watch.get(), 0, 0};
+        return poll(&waiting, 1, milliseconds) != 1 || (waiting.revents & POLLHUP) == 0;
+    }
 
     /// False when it was still held when patience was over.
     [[nodiscard]] bool waitForRelease(std::size_t lock) const {
-        return isClosedWithin(lock, static_cast<int>(std::chrono::milliseconds(testPatience).count()));
+        return !isHeld(locks_.all().at(lock),
+                       static_cast<int>(std::chrono::milliseconds(testPatience).count()));
     }
 
 private:
@@ -74,12 +82,6 @@ private:
         }
         locks_.add({std::move(request), sdbus::UnixFd(ends[0], sdbus::adopt_fd)});
         return {ends[1], sdbus::adopt_fd};
-    }
-
-    [[nodiscard]] bool isClosedWithin(std::size_t lock, int milliseconds) const {
-        const std::vector<Lock> all = locks_.all();
-        pollfd waiting{all.at(lock).watch.get(), 0, 0};
-        return poll(&waiting, 1, milliseconds) == 1 && (waiting.revents & POLLHUP) != 0;
     }
 
     Notes<Lock> locks_;

@@ -1,0 +1,401 @@
+#include <functional>
+#include <future>
+#include <optional>
+
+#include <fmt/format.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "platform/linux/AsioSerialQueue.h"
+#include "platform/linux/desktop/DesktopPowerAssertions.h"
+#include "platform/simulated/RecordingLog.h"
+#include "tests/support/EnvironmentVariable.h"
+#include "tests/support/FakeInhibitor.h"
+#include "tests/support/FakeLogind.h"
+#include "tests/support/PrivateBus.h"
+
+namespace corvane {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::IsEmpty;
+
+using Id = PowerAssertions::Id;
+using Manner = FakeInhibitor::Manner;
+
+constexpr const char* systemSleep = PowerAssertions::preventUserIdleSystemSleep;
+constexpr const char* displaySleep = PowerAssertions::preventUserIdleDisplaySleep;
+
+/// Private buses stand in for the session's and the system's. Everything on the main loop is done by
+/// `onMain`.
+class DesktopPowerAssertionsTest : public testing::Test {
+protected:
+    void SetUp() override {
+        for (const auto* bus : {&sessionBus, &systemBus}) {
+            if ((*bus)->problem()) {
+                GTEST_SKIP() << *(*bus)->problem();
+            }
+        }
+        logind.emplace(systemBus->address());
+    }
+    ~DesktopPowerAssertionsTest() override { end(); }
+
+    /// Begins, and returns when it is known on the main loop who is there.
+    void begin(InhibitPatience patience = {.answers = testPatience, .retry = testPatience}) {
+        beginUnknowing(patience);
+        settle();
+    }
+    void beginUnknowing(InhibitPatience patience = {.answers = testPatience, .retry = testPatience}) {
+        mainLoop.sync([&] { power.emplace(sessionThread, systemThread, mainLoop, log, patience); });
+    }
+    void end() {
+        mainLoop.sync([this] { power.reset(); });
+    }
+
+    std::optional<Id> create(const char* type, const std::string& name) {
+        std::optional<Id> id;
+        mainLoop.sync([&] { id = power->create(type, name); });
+        return id;
+    }
+    void release(std::optional<Id> id) {
+        ASSERT_TRUE(id);
+        mainLoop.sync([&] { power->release(*id); });
+    }
+
+    /// Waits until the buses' threads and then the main loop have done what they were given so far.
+    void settle() {
+        for (BusThread* thread : {&sessionThread, &systemThread}) {
+            std::promise<void> done;
+            thread->post([&] { done.set_value(); });
+            done.get_future().wait();
+        }
+        mainLoop.sync([] {});
+    }
+
+    /// Whether that comes true, sooner or later.
+    bool becomes(const std::function<bool()>& isSo) {
+        const auto end = std::chrono::steady_clock::now() + testPatience;
+        while (!isSo() && std::chrono::steady_clock::now() < end) {
+            settle();
+        }
+        return isSo();
+    }
+
+    /// The reasons of the login manager's locks that are held.
+    [[nodiscard]] std::vector<std::string> locks() const {
+        std::vector<std::string> held;
+        for (std::size_t i = 0; i < logind->locks().size(); ++i) {
+            if (logind->isHeld(i)) {
+                held.push_back(logind->request(i));
+            }
+        }
+        return held;
+    }
+    bool locksBecome(const std::vector<std::string>& expected) {
+        return becomes([&] { return locks() == expected; });
+    }
+
+    std::optional<PrivateBus> sessionBus{std::in_place};
+    std::optional<PrivateBus> systemBus{std::in_place};
+    std::optional<EnvironmentVariable> sessionAddress{std::in_place, "DBUS_SESSION_BUS_ADDRESS",
+                                                      sessionBus->address().c_str()};
+    std::optional<EnvironmentVariable> systemAddress{std::in_place, "DBUS_SYSTEM_BUS_ADDRESS",
+                                                     systemBus->address().c_str()};
+    std::optional<FakeLogind> logind;
+    RecordingLog log;
+    AsioSerialQueue mainLoop{"main"};
+    BusThread sessionThread;
+    BusThread systemThread;
+    std::optional<DesktopPowerAssertions> power;
+};
+
+TEST_F(DesktopPowerAssertionsTest, AreTheSessionManagersWhereThereIsOne) {
+    const FakeInhibitor gnome(sessionBus->address(), FakeInhibitor::sessionManager);
+    const FakeInhibitor xfce(sessionBus->address(), FakeInhibitor::powerManagement);
+    begin();
+    const auto system = create(systemSleep, "no sleep");
+    const auto display = create(displaySleep, "no dark");
+    ASSERT_TRUE(gnome.comesToHold({"de.tavrin.corvane|0|no sleep|4", "de.tavrin.corvane|0|no dark|8"}));
+    release(system);
+    EXPECT_TRUE(gnome.comesToHold({"de.tavrin.corvane|0|no dark|8"}));
+    release(display);
+    EXPECT_TRUE(gnome.comesToHold({}));
+    EXPECT_EQ(gnome.released(), 2U);
+    EXPECT_THAT(xfce.requests().all(), IsEmpty());
+    EXPECT_THAT(logind->locks().all(), IsEmpty()) << "one service at a time";
+    EXPECT_THAT(log.lines(), IsEmpty());
+}
+
+TEST_F(DesktopPowerAssertionsTest, AreDividedBetweenTwoServicesUnderKde) {
+    const FakeInhibitor kde(sessionBus->address(), FakeInhibitor::kdePower);
+    const FakeInhibitor powerManagement(sessionBus->address(), FakeInhibitor::powerManagement);
+    const FakeInhibitor screenSaver(sessionBus->address(), FakeInhibitor::screenSaver);
+    begin();
+    create(systemSleep, "no sleep");
+    create(displaySleep, "no dark");
+    EXPECT_TRUE(powerManagement.comesToHold({"Corvane|no sleep"}));
+    EXPECT_TRUE(screenSaver.comesToHold({"Corvane|no dark"}));
+}
+
+TEST_F(DesktopPowerAssertionsTest, AreThePowerManagersUnderXfce) {
+    const FakeInhibitor xfce(sessionBus->address(), FakeInhibitor::powerManagement);
+    begin();
+    create(systemSleep, "no sleep");
+    create(displaySleep, "no dark");
+    EXPECT_TRUE(xfce.comesToHold({"Corvane|no sleep", "Corvane|no dark"}));
+}
+
+TEST_F(DesktopPowerAssertionsTest, AreTheLoginManagersOtherwise) {
+    begin();
+    const auto system = create(systemSleep, "no sleep");
+    const auto display = create(displaySleep, "no dark");
+    EXPECT_TRUE(locksBecome({"idle|Corvane|no sleep|block", "idle|Corvane|no dark|block"}));
+    release(display);
+    EXPECT_TRUE(locksBecome({"idle|Corvane|no sleep|block"}));
+    release(system);
+    EXPECT_TRUE(locksBecome({}));
+    EXPECT_EQ(logind->locks().size(), 2U);
+    EXPECT_THAT(log.lines(), IsEmpty());
+}
+
+TEST_F(DesktopPowerAssertionsTest, KeepTheSystemAwakeAgainForTheNetwork) {
+    const FakeInhibitor gnome(sessionBus->address(), FakeInhibitor::sessionManager);
+    begin();
+    create(systemSleep, "no sleep");
+    create(PowerAssertions::networkClientActive, "reachable");
+    EXPECT_TRUE(gnome.comesToHold({"de.tavrin.corvane|0|no sleep|4", "de.tavrin.corvane|0|reachable|4"}));
+}
+
+TEST_F(DesktopPowerAssertionsTest, AreNoneOfATypeThereIsNot) {
+    begin();
+    EXPECT_EQ(create("PreventEverything", "why"), std::nullopt);
+    EXPECT_EQ(create("", "why"), std::nullopt);
+    settle();
+    EXPECT_THAT(logind->locks().all(), IsEmpty());
+}
+
+TEST_F(DesktopPowerAssertionsTest, AreNoneOnceItIsKnownThatThereIsNobodyToAsk) {
+    logind.reset();
+    begin();
+    EXPECT_EQ(create(systemSleep, "no sleep"), std::nullopt);
+    EXPECT_EQ(log.count("there is no service that could be asked"), 1U);
+    logind.emplace(systemBus->address());
+    std::optional<Id> id;
+    EXPECT_TRUE(becomes([&] { return (id = create(systemSleep, "no sleep")).has_value(); }));
+    EXPECT_TRUE(locksBecome({"idle|Corvane|no sleep|block"}));
+}
+
+TEST_F(DesktopPowerAssertionsTest, GoToTheLoginManagerWhileTheSessionBusHangs) {
+    sessionBus->freeze();
+    beginUnknowing();
+    // The answers come at once, though nobody has agreed to anything yet.
+    const auto first = create(systemSleep, "first");
+    const auto second = create(systemSleep, "second");
+    release(first);
+    EXPECT_NE(second, first);
+    ASSERT_TRUE(logind->locks().waitFor(1));
+    // The bus thread of the session is still waiting.
+    sessionBus->end();
+    EXPECT_TRUE(locksBecome({"idle|Corvane|second|block"}));
+}
+
+TEST_F(DesktopPowerAssertionsTest, GoToTheLoginManagerWhenTheSessionsServiceRefuses) {
+    for (const Manner manner : {Manner::withErrors, Manner::withNonsense}) {
+        SCOPED_TRACE(static_cast<int>(manner));
+        const FakeInhibitor gnome(sessionBus->address(), FakeInhibitor::sessionManager, manner);
+        begin();
+        create(systemSleep, "one");
+        create(systemSleep, "two");
+        EXPECT_TRUE(locksBecome({"idle|Corvane|one|block", "idle|Corvane|two|block"}));
+        EXPECT_EQ(gnome.requests().size(), 2U) << "it is asked once for each";
+        EXPECT_EQ(log.count("org.gnome.SessionManager refuses"), 1U);
+        EXPECT_EQ(log.lines().size(), 1U);
+        log.clear();
+        end();
+        EXPECT_TRUE(becomes([&] { return locks().empty(); }));
+        logind.emplace(systemBus->address());
+    }
+}
+
+TEST_F(DesktopPowerAssertionsTest, GoToTheLoginManagerWhenTheSessionsServiceDoesNotAnswer) {
+    FakeInhibitor gnome(sessionBus->address(), FakeInhibitor::sessionManager, Manner::later);
+    begin({.answers = 50ms, .retry = 50ms});
+    create(systemSleep, "no sleep");
+    EXPECT_TRUE(locksBecome({"idle|Corvane|no sleep|block"}));
+    EXPECT_EQ(log.count("org.gnome.SessionManager does not answer"), 1U);
+    // It is asked again from time to time. What it took meanwhile was for connections that are no more.
+    ASSERT_TRUE(gnome.requests().waitFor(3));
+    EXPECT_EQ(log.lines().size(), 1U);
+    gnome.answerNow();
+    EXPECT_TRUE(becomes([&] { return locks().empty(); }));
+    EXPECT_TRUE(gnome.comesToHold({"de.tavrin.corvane|0|no sleep|4"}));
+}
+
+TEST_F(DesktopPowerAssertionsTest, HoldNothingWhenAReleaseOvertakesTheAnswer) {
+    FakeInhibitor gnome(sessionBus->address(), FakeInhibitor::sessionManager, Manner::later);
+    begin();
+    const auto id = create(systemSleep, "no sleep");
+    ASSERT_TRUE(gnome.requests().waitFor(1));
+    release(id);
+    settle();
+    EXPECT_EQ(gnome.held().size(), 1U);
+    gnome.answerNow();
+    EXPECT_TRUE(gnome.comesToHold({}));
+    EXPECT_EQ(gnome.released(), 1U);
+    EXPECT_EQ(gnome.mistaken(), 0U);
+}
+
+TEST_F(DesktopPowerAssertionsTest, AreTakenAgainFromAServiceThatComesUpAnew) {
+    std::optional<FakeInhibitor> gnome(std::in_place, sessionBus->address(), FakeInhibitor::sessionManager);
+    begin();
+    const auto id = create(systemSleep, "no sleep");
+    ASSERT_TRUE(gnome->comesToHold({"de.tavrin.corvane|0|no sleep|4"}));
+    gnome.reset();
+    EXPECT_TRUE(locksBecome({"idle|Corvane|no sleep|block"}));
+    gnome.emplace(sessionBus->address(), FakeInhibitor::sessionManager);
+    EXPECT_TRUE(gnome->comesToHold({"de.tavrin.corvane|0|no sleep|4"}));
+    EXPECT_TRUE(locksBecome({}));
+    release(id);
+    EXPECT_TRUE(gnome->comesToHold({}));
+    EXPECT_EQ(gnome->mistaken(), 0U);
+}
+
+TEST_F(DesktopPowerAssertionsTest, MoveToABetterServiceAndLeaveTheFormerOnlyThen) {
+    const FakeInhibitor xfce(sessionBus->address(), FakeInhibitor::powerManagement);
+    begin();
+    create(displaySleep, "no dark");
+    ASSERT_TRUE(xfce.comesToHold({"Corvane|no dark"}));
+    FakeInhibitor gnome(sessionBus->address(), FakeInhibitor::sessionManager, Manner::later);
+    ASSERT_TRUE(gnome.requests().waitFor(1));
+    settle();
+    EXPECT_EQ(xfce.held().size(), 1U) << "the new one has not agreed yet";
+    gnome.answerNow();
+    EXPECT_TRUE(xfce.comesToHold({}));
+    EXPECT_TRUE(gnome.comesToHold({"de.tavrin.corvane|0|no dark|8"}));
+    EXPECT_THAT(logind->locks().all(), IsEmpty());
+}
+
+TEST_F(DesktopPowerAssertionsTest, MoveToWhatRemainsWhenAServiceGoes) {
+    std::optional<FakeInhibitor> gnome(std::in_place, sessionBus->address(), FakeInhibitor::sessionManager);
+    const FakeInhibitor xfce(sessionBus->address(), FakeInhibitor::powerManagement);
+    begin();
+    create(systemSleep, "no sleep");
+    ASSERT_TRUE(gnome->comesToHold({"de.tavrin.corvane|0|no sleep|4"}));
+    gnome.reset();
+    EXPECT_TRUE(xfce.comesToHold({"Corvane|no sleep"}));
+}
+
+TEST_F(DesktopPowerAssertionsTest, AreTakenAgainFromALoginManagerThatComesUpAnew) {
+    begin();
+    const auto id = create(systemSleep, "no sleep");
+    ASSERT_TRUE(logind->locks().waitFor(1));
+    logind.reset();
+    logind.emplace(systemBus->address());
+    EXPECT_TRUE(locksBecome({"idle|Corvane|no sleep|block"}));
+    release(id);
+    EXPECT_TRUE(locksBecome({}));
+}
+
+TEST_F(DesktopPowerAssertionsTest, GoToTheLoginManagerWhenTheSessionBusHasGoneAwayAndReturnWithIt) {
+    std::optional<FakeInhibitor> gnome(std::in_place, sessionBus->address(), FakeInhibitor::sessionManager);
+    begin({.answers = testPatience, .retry = 10ms});
+    create(systemSleep, "no sleep");
+    ASSERT_TRUE(gnome->comesToHold({"de.tavrin.corvane|0|no sleep|4"}));
+    gnome.reset();
+    sessionBus->end();
+    EXPECT_TRUE(locksBecome({"idle|Corvane|no sleep|block"}));
+    EXPECT_TRUE(becomes([&] { return log.lines().size() >= 2; })) << "lost, then not found";
+
+    PrivateBus another;
+    ASSERT_EQ(another.problem(), std::nullopt);
+    gnome.emplace(another.address(), FakeInhibitor::sessionManager);
+    sessionThread.post(
+        [&] { sessionAddress.emplace("DBUS_SESSION_BUS_ADDRESS", another.address().c_str()); });
+    EXPECT_TRUE(gnome->comesToHold({"de.tavrin.corvane|0|no sleep|4"}));
+    EXPECT_TRUE(locksBecome({}));
+    EXPECT_THAT(log.lines(), testing::Each(testing::HasSubstr("the session bus cannot be used")));
+    EXPECT_LE(log.lines().size(), 3U) << "each way it fails in is told of once";
+    end();
+    gnome.reset();
+}
+
+TEST_F(DesktopPowerAssertionsTest, KeepTheLoginManagersLocksWhenTheSystemBusHasGoneAway) {
+    begin();
+    const auto id = create(systemSleep, "no sleep");
+    ASSERT_TRUE(logind->locks().waitFor(1));
+    settle();
+    const FakeLogind::Lock lock = logind->locks().all().front();
+    logind.reset();
+    systemBus->end();
+    EXPECT_TRUE(becomes([&] { return log.count("the system bus cannot be used") == 1; }));
+    EXPECT_TRUE(FakeLogind::isHeld(lock, 0));
+    release(id);
+    EXPECT_FALSE(FakeLogind::isHeld(lock, static_cast<int>(std::chrono::milliseconds(testPatience).count())));
+}
+
+TEST_F(DesktopPowerAssertionsTest, AreNotInheritedByAProgramThatIsStarted) {
+    begin();
+    const auto id = create(systemSleep, "no sleep");
+    ASSERT_TRUE(logind->locks().waitFor(1));
+    settle();
+    const PrivateBus program;
+    release(id);
+    EXPECT_TRUE(logind->waitForRelease(0));
+}
+
+TEST_F(DesktopPowerAssertionsTest, EndRightAfterThousandsOfThem) {
+    FakeInhibitor gnome(sessionBus->address(), FakeInhibitor::sessionManager, Manner::later);
+    begin();
+    constexpr int many = 5000;
+    mainLoop.sync([&] {
+        for (int i = 0; i < many; ++i) {
+            const auto id = power->create(systemSleep, fmt::format("{}", i));
+            ASSERT_TRUE(id);
+            power->release(*id);
+        }
+    });
+    const auto last = create(systemSleep, "last");
+    gnome.answerNow();
+    EXPECT_TRUE(gnome.comesToHold({"de.tavrin.corvane|0|last|4"}));
+    EXPECT_LE(gnome.requests().size(), 10U) << "what is released before its turn is never asked for";
+    release(last);
+    EXPECT_TRUE(gnome.comesToHold({}));
+    EXPECT_TRUE(locksBecome({}));
+}
+
+TEST_F(DesktopPowerAssertionsTest, MayBeManyAtOnce) {
+    const FakeInhibitor xfce(sessionBus->address(), FakeInhibitor::powerManagement);
+    begin();
+    std::vector<std::string> expected;
+    for (int i = 0; i < 200; ++i) {
+        create(systemSleep, "same");
+        expected.emplace_back("Corvane|same");
+    }
+    EXPECT_TRUE(xfce.comesToHold(expected));
+}
+
+TEST_F(DesktopPowerAssertionsTest, LetGoOfEverythingWhenTheyGo) {
+    const FakeInhibitor kde(sessionBus->address(), FakeInhibitor::kdePower);
+    const FakeInhibitor powerManagement(sessionBus->address(), FakeInhibitor::powerManagement);
+    begin();
+    create(systemSleep, "no sleep");
+    create(displaySleep, "no dark");
+    ASSERT_TRUE(powerManagement.comesToHold({"Corvane|no sleep"}));
+    ASSERT_TRUE(locksBecome({"idle|Corvane|no dark|block"}));
+    end();
+    EXPECT_TRUE(powerManagement.comesToHold({}));
+    EXPECT_TRUE(logind->waitForRelease(0));
+}
+
+TEST_F(DesktopPowerAssertionsTest, PassOverTheReleaseOfWhatThereIsNot) {
+    begin();
+    const auto id = create(systemSleep, "no sleep");
+    release(*id + 1);
+    ASSERT_TRUE(logind->locks().waitFor(1));
+    release(id);
+    release(id);
+    EXPECT_TRUE(locksBecome({}));
+}
+
+}  // namespace
+}  // namespace corvane
