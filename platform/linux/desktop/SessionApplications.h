@@ -1,0 +1,65 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "platform/Lifetime.h"
+#include "platform/Observers.h"
+#include "platform/RunningApplications.h"
+#include "platform/SerialQueue.h"
+#include "platform/linux/desktop/ApplicationUnits.h"
+#include "platform/linux/desktop/BusThread.h"
+#include "platform/linux/desktop/EnvironmentLookup.h"
+
+namespace corvane {
+
+/// The applications of the user's session, as the user's service manager tells and as the user's processes
+/// show. Main loop.
+///
+/// What the manager starts and ends is announced at once. Processes are looked at on a thread of their own,
+/// each time somebody asks and after news of the manager: a process in trouble may hold up whoever looks at
+/// it, and disks are slow. So asking only copies what is known, and what a look finds out in addition is
+/// announced a moment later; who asks every few seconds knows of everything in that time. Nothing is known
+/// at the very beginning.
+class SessionApplications final : public RunningApplications {
+public:
+    /// Where the applications are looked for.
+    struct Sources {
+        std::string processes = "/proc";
+        UserManagerPatience patience = {};
+    };
+
+    /// `bus` and `mainLoop` outlive the applications; the environment is looked into now.
+    SessionApplications(BusThread& bus, SerialQueue& mainLoop, const EnvironmentLookup& environment,
+                        Sources sources);
+    SessionApplications(BusThread& bus, SerialQueue& mainLoop, const EnvironmentLookup& environment)
+        : SessionApplications(bus, mainLoop, environment, Sources()) {}
+    /// Waits for a look that is under way.
+    ~SessionApplications() override;
+
+    [[nodiscard]] Identifiers identifiers() const override;
+    [[nodiscard]] std::unique_ptr<Observation> observe(std::function<void()> changed) override;
+
+private:
+    class Looker;
+
+    void setUnits(std::optional<Identifiers> units);
+    void setProcesses(Identifiers processes);
+    void announceChange();
+
+    BusThread& bus_;
+    Observers observers_;
+    /// Empty while the manager does not tell.
+    Identifiers units_;
+    Identifiers processes_;
+    /// Both.
+    Identifiers known_;
+    /// Belongs to the bus thread.
+    std::shared_ptr<ApplicationUnits> client_;
+    std::unique_ptr<Looker> looker_;
+    Lifetime lifetime_;
+};
+
+}  // namespace corvane
