@@ -1,0 +1,51 @@
+#include <array>
+#include <compare>
+
+#include <fmt/format.h>
+
+#include "app/shell/compareVersions.h"
+#include "fuzz/faultOf.h"
+
+namespace corvane {
+
+namespace {
+
+/// Three versions, a line each; what is missing is empty.
+std::array<std::string_view, 3> versionsIn(std::string_view data) {
+    std::array<std::string_view, 3> versions;
+    for (std::string_view& version : versions) {
+        const std::size_t end = data.find('\n');
+        version = data.substr(0, end);
+        data.remove_prefix(end == std::string_view::npos ? data.size() : end + 1);
+    }
+    return versions;
+}
+
+bool isBeforeOrEquivalent(std::string_view left, std::string_view right) {
+    return compareVersions(left, right) <= 0;
+}
+
+}  // namespace
+
+/// The comparison must be an order: of a version with itself, of two, and of three.
+std::string faultOf(std::string_view data) {
+    const std::array<std::string_view, 3> versions = versionsIn(data);
+    for (const std::string_view a : versions) {
+        if (compareVersions(a, a) != 0) {
+            return fmt::format("'{}' is not itself", a);
+        }
+        for (const std::string_view b : versions) {
+            if (compareVersions(a, b) != (0 <=> compareVersions(b, a))) {
+                return fmt::format("'{}' and '{}' depend on who is asked first", a, b);
+            }
+            for (const std::string_view c : versions) {
+                if (isBeforeOrEquivalent(a, b) && isBeforeOrEquivalent(b, c) && !isBeforeOrEquivalent(a, c)) {
+                    return fmt::format("'{}', '{}' and '{}' go round in a circle", a, b, c);
+                }
+            }
+        }
+    }
+    return "";
+}
+
+}  // namespace corvane
