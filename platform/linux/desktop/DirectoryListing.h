@@ -1,0 +1,16 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+namespace corvane {
+
+/// How much of a directory is read: some hundred thousand entries. Nothing is gained by more, and a damaged
+/// directory may have no end.
+inline constexpr std::size_t maxListedBytes = 8 * 1024 * 1024;
+
+/// Reads the directory at `path` and throws the entries away, without looking at the files they name. Returns
+/// how many bytes of entries there were, 0 when it cannot be read. Waits for the drive, for ever if need be.
+std::size_t listDirectory(const std::string& path);
+
+}  // namespace corvane
