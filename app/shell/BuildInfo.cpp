@@ -2,8 +2,8 @@
 
 namespace corvane {
 
-const std::string_view BuildInfo::version = CORVANE_VERSION;
-const std::string_view BuildInfo::updateFeed = CORVANE_UPDATE_FEED;
-const std::string_view BuildInfo::homePage = CORVANE_HOME_PAGE;
+const char* const BuildInfo::version = CORVANE_VERSION;
+const char* const BuildInfo::updateFeed = CORVANE_UPDATE_FEED;
+const char* const BuildInfo::homePage = CORVANE_HOME_PAGE;
 
 }  // namespace corvane

@@ -1,17 +1,15 @@
 #pragma once
 
-#include <string_view>
-
 namespace corvane {
 
-/// What was chosen when this was built; constants.
+/// What was chosen when this was built; constants, UTF-8.
 struct BuildInfo {
     /// The project's version.
-    static const std::string_view version;
+    static const char* const version;
     /// The update feed, an https address; empty for none.
-    static const std::string_view updateFeed;
+    static const char* const updateFeed;
     /// The product's home page, an https address; empty for none.
-    static const std::string_view homePage;
+    static const char* const homePage;
 };
 
 }  // namespace corvane

@@ -23,11 +23,12 @@ std::optional<QList<QJsonObject>> StoredList::read(const Data& data) {
     QByteArray json(static_cast<qsizetype>(data.size()), Qt::Uninitialized);
     std::copy(data.begin(), data.end(), std::as_writable_bytes(std::span(json)).begin());
     const QJsonDocument document = QJsonDocument::fromJson(json);
-    if (!document.isArray() || document.array().size() > mostEntries) {
+    const QJsonArray array = document.array();
+    if (!document.isArray() || array.size() > mostEntries) {
         return std::nullopt;
     }
     QList<QJsonObject> entries;
-    for (const QJsonValue& entry : document.array()) {
+    for (const auto& entry : array) {
         if (!entry.isObject()) {
             return std::nullopt;
         }

@@ -278,8 +278,9 @@ TEST_F(UpdateCheckerTest, CopesWithAnAnswerThatComesAfterItsEnd) {
 }
 
 TEST(BuildInfoTest, KnowsTheVersionAndOnlyHttpsAddresses) {
-    EXPECT_FALSE(BuildInfo::version.empty());
-    for (const std::string_view address : {BuildInfo::updateFeed, BuildInfo::homePage}) {
+    EXPECT_STRNE(BuildInfo::version, "");
+    for (const std::string_view address :
+         {std::string_view(BuildInfo::updateFeed), std::string_view(BuildInfo::homePage)}) {
         EXPECT_TRUE(address.empty() || address.starts_with("https://")) << address;
     }
 }
