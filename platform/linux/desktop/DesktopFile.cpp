@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <map>
+#include <utility>
 
 namespace corvane {
 
@@ -16,7 +17,7 @@ constexpr std::array<std::string_view, 20> runners = {
 /// By key; of the group that says what the file is about.
 using Entries = std::map<std::string_view, std::string_view>;
 
-constexpr std::string_view blanks = " \t\r";
+constexpr std::string_view blanks = " \t\r\n";
 
 std::string_view trimmed(std::string_view text) {
     const std::size_t first = text.find_first_not_of(blanks);
@@ -51,31 +52,46 @@ Entries entriesOf(std::string_view text) {
     return entries;
 }
 
-/// Splits a command line as Exec's is written: words between blanks, or in double quotes, in which a
-/// backslash takes the next character as it is. A backslash of the file's own escaping comes before each of
-/// those, and is no different.
+/// A value with the escapes that every value may have resolved.
+std::string plainValue(std::string_view value) {
+    constexpr std::string_view escapes = "sntr\\";
+    constexpr std::string_view characters = " \n\t\r\\";
+    std::string plain;
+    for (std::size_t at = 0; at < value.size(); ++at) {
+        const std::size_t escape =
+            value[at] == '\\' && at + 1 < value.size() ? escapes.find(value[at + 1]) : std::string::npos;
+        if (escape == std::string::npos) {
+            plain += value[at];
+        } else {
+            plain += characters[escape];
+            ++at;
+        }
+    }
+    return plain;
+}
+
+/// Splits a command line as Exec's is written: words between blanks, or in double quotes. A backslash takes
+/// the next character as it is.
 std::vector<std::string> wordsOf(std::string_view command) {
     std::vector<std::string> words;
     bool isQuoted = false;
     bool isInWord = false;
     for (std::size_t at = 0; at < command.size(); ++at) {
-        const char character = command[at];
-        if (!isQuoted && blanks.find(character) != std::string_view::npos) {
+        if (!isQuoted && blanks.find(command[at]) != std::string_view::npos) {
             isInWord = false;
             continue;
         }
-        if (!isInWord) {
+        if (!std::exchange(isInWord, true)) {
             words.emplace_back();
-            isInWord = true;
         }
-        if (character == '"') {
+        if (command[at] == '"') {
             isQuoted = !isQuoted;
-        } else if (character != '\\') {
-            words.back() += character;
-        } else {
-            at = std::min(command.find_first_not_of('\\', at), command.size() - 1);
-            words.back() += command[at];
+            continue;
         }
+        if (command[at] == '\\' && at + 1 < command.size()) {
+            ++at;
+        }
+        words.back() += command[at];
     }
     return words;
 }
@@ -132,8 +148,8 @@ std::optional<DesktopFile> readDesktopFile(std::string_view text) {
     if (entries["Type"] != "Application" && !file.isHidden) {
         return std::nullopt;
     }
-    readCommand(file, entries["Exec"]);
-    addProgram(file, entries["TryExec"]);
+    readCommand(file, plainValue(entries["Exec"]));
+    addProgram(file, plainValue(entries["TryExec"]));
     return file;
 }
 

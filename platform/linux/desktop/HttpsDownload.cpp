@@ -41,7 +41,8 @@ QNetworkRequest requestFor(const HttpsDownload::Request& wanted) {
 
 /// Qt counts statuses of 400 and above as errors; the answer is an answer all the same.
 bool isStatus(QNetworkReply::NetworkError error) {
-    return error == QNetworkReply::NoError ||
+    // 400 is an invalid operation to it.
+    return error == QNetworkReply::NoError || error == QNetworkReply::ProtocolInvalidOperationError ||
            (error >= QNetworkReply::ContentAccessDenied && error <= QNetworkReply::UnknownContentError) ||
            (error >= QNetworkReply::InternalServerError && error <= QNetworkReply::UnknownServerError);
 }

@@ -33,6 +33,19 @@ bool isOfApplication(std::string_view unitPath) {
     return unitPath.starts_with(folder) && (name.starts_with("app_2d") || name.starts_with("dbus_2d"));
 }
 
+/// The object of the unit that a signal of the manager is about; empty for a signal of another shape. An
+/// error that leaves its handler would be taken for one of the bus.
+std::string unitOf(sdbus::Message& signal) {
+    std::string name;
+    sdbus::ObjectPath path;
+    try {
+        signal >> name >> path;
+    } catch (const sdbus::Error&) {
+        path.clear();
+    }
+    return path;
+}
+
 }  // namespace
 
 UserManagerLink::UserManagerLink(asio::io_context& context, std::unique_ptr<sdbus::IConnection> connection,
@@ -58,10 +71,7 @@ void UserManagerLink::subscribe() {
         subscriptions_.push_back(connection_->addMatch(
             fmt::format("{},interface='{}',member='{}'", sender, managerInterface, member),
             [this](sdbus::Message& signal) {
-                std::string name;
-                sdbus::ObjectPath path;
-                signal >> name >> path;
-                if (isOfApplication(path)) {
+                if (isOfApplication(unitOf(signal))) {
                     refresh();
                 }
             }));

@@ -1,0 +1,215 @@
+#include <cstdlib>
+#include <filesystem>
+#include <functional>
+#include <future>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <fmt/format.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "platform/linux/desktop/SessionApplications.h"
+#include "tests/support/EnvironmentVariable.h"
+#include "tests/support/FakeUserManager.h"
+#include "tests/support/Notes.h"
+#include "tests/support/PrivateBus.h"
+#include "tests/support/TemporaryFolder.h"
+
+namespace corvane {
+namespace {
+
+using Identifiers = RunningApplications::Identifiers;
+using std::chrono::milliseconds;
+
+/// What the other threads hand over waits until the test runs it: a main loop in the test's hands.
+class HandedOver final : public SerialQueue {
+public:
+    void async(Work work) override { waiting_.add(std::move(work)); }
+
+    /// Runs what has come, or waits for it; false when nothing came in the time a test waits.
+    bool run() {
+        const bool hasCome = waiting_.waitFor(1);
+        for (const Work& work : waiting_.take()) {
+            work();
+        }
+        return hasCome;
+    }
+
+    void sync(const Work& /*work*/) override { std::abort(); }
+    void syncAhead(const Work& /*work*/) override { std::abort(); }
+    std::unique_ptr<Timer> after(Duration /*delay*/, Work /*work*/) override { std::abort(); }
+    std::unique_ptr<Timer> at(WallTime /*time*/, Work /*work*/) override { std::abort(); }
+    std::unique_ptr<Timer> every(Duration /*first*/, Duration /*period*/, Work /*work*/) override {
+        std::abort();
+    }
+    void sleep(Duration /*duration*/) override { std::abort(); }
+    [[nodiscard]] BootTime bootTime() const override { std::abort(); }
+    [[nodiscard]] WallTime wallTime() const override { std::abort(); }
+
+private:
+    Notes<Work> waiting_;
+};
+
+class SessionApplicationsTest : public testing::Test {
+protected:
+    void SetUp() override {
+        if (bus.problem()) {
+            GTEST_SKIP() << *bus.problem();
+        }
+        folder.write("share/applications/tool.desktop", "[Desktop Entry]\nType=Application\nExec=tool\n");
+        std::filesystem::create_directories(folder / "proc");
+        manager.emplace(bus.address());
+    }
+
+    void TearDown() override {
+        observation.reset();
+        applications.reset();
+        manager.reset();
+    }
+
+    void start() {
+        applications.emplace(
+            thread, mainLoop,
+            [this](const char* name) {
+                return std::string_view(name) == "XDG_DATA_HOME" ? dataFolder.c_str() : nullptr;
+            },
+            SessionApplications::Sources{
+                .processes = (folder / "proc").string(),
+                .patience = {.answer = milliseconds(200), .retry = milliseconds(50)}});
+        observation = applications->observe([this] { announced.push_back(applications->identifiers()); });
+    }
+
+    void run(const std::string& program) const {
+        std::filesystem::create_directories(folder / "proc/10");
+        std::filesystem::create_symlink("/usr/bin/" + program, folder / "proc/10/exe");
+    }
+
+    void end() const { std::filesystem::remove_all(folder / "proc/10"); }
+
+    /// Whether the last announcement, sooner or later, is of these.
+    bool announces(const Identifiers& expected) {
+        while (announced.empty() || announced.back() != expected) {
+            if (!mainLoop.run()) {
+                return false;
+            }
+        }
+        return true;
+    }
+
+    const TemporaryFolder folder;
+    const std::string dataFolder = (folder / "share").string();
+    PrivateBus bus;
+    const EnvironmentVariable sessionBus{"DBUS_SESSION_BUS_ADDRESS", bus.address().c_str()};
+    std::optional<FakeUserManager> manager;
+    HandedOver mainLoop;
+    BusThread thread;
+    std::optional<SessionApplications> applications;
+    std::vector<Identifiers> announced;
+    std::unique_ptr<Observation> observation;
+};
+
+TEST_F(SessionApplicationsTest, AreTheManagersAndTheProcesses) {
+    manager->add("app-one-1.scope");
+    manager->comeUp();
+    run("tool");
+    start();
+    EXPECT_TRUE(announces({"one", "tool"}));
+    EXPECT_EQ(applications->identifiers(), (Identifiers{"one", "tool"}));
+}
+
+TEST_F(SessionApplicationsTest, AreAnnouncedWithoutBeingAskedForWhenTheManagerTells) {
+    manager->comeUp();
+    start();
+    manager->add("app-one-1.scope");
+    EXPECT_TRUE(announces({"one"}));
+    manager->change("app-one-1.scope", "failed");
+    EXPECT_TRUE(announces({}));
+}
+
+TEST_F(SessionApplicationsTest, OfProcessesAreAnnouncedSoonAfterSomebodyAsked) {
+    manager->comeUp();
+    start();
+    manager->add("app-one-1.scope");
+    ASSERT_TRUE(announces({"one"}));
+    run("tool");
+    EXPECT_EQ(applications->identifiers(), Identifiers{"one"});
+    // That question may have come while a look from before was under way.
+    while (announced.back() == Identifiers{"one"}) {
+        ASSERT_TRUE(mainLoop.run());
+        static_cast<void>(applications->identifiers());
+    }
+    EXPECT_EQ(announced.back(), (Identifiers{"one", "tool"}));
+}
+
+TEST_F(SessionApplicationsTest, EndForTheManagerAndForTheProcessesTogether) {
+    const auto inScope = [this] {
+        run("anything");
+        folder.write("proc/10/cgroup", "0::/user.slice/app-one-1.scope\n");
+    };
+    inScope();
+    manager->add("app-one-1.scope");
+    manager->comeUp();
+    start();
+    ASSERT_TRUE(announces({"one"}));
+    while (announced.size() < 2) {
+        end();
+        manager->remove("app-one-1.scope");
+        ASSERT_TRUE(mainLoop.run());
+    }
+    EXPECT_EQ(announced.back(), Identifiers{});
+}
+
+TEST_F(SessionApplicationsTest, AreTheProcessesAloneWhenTheManagerIsGone) {
+    manager->add("app-one-1.scope");
+    manager->comeUp();
+    run("tool");
+    start();
+    ASSERT_TRUE(announces({"one", "tool"}));
+    manager.reset();
+    EXPECT_TRUE(announces({"tool"}));
+    manager.emplace(bus.address());
+    manager->add("app-one-1.scope");
+    manager->comeUp();
+    EXPECT_TRUE(announces({"one", "tool"}));
+}
+
+TEST_F(SessionApplicationsTest, AreTheProcessesAloneWithoutABus) {
+    const EnvironmentVariable none("DBUS_SESSION_BUS_ADDRESS", "unix:path=/no/such/bus");
+    run("tool");
+    start();
+    EXPECT_TRUE(announces({"tool"}));
+}
+
+TEST_F(SessionApplicationsTest, AreAnnouncedOnlyWhenTheyChanged) {
+    manager->add("app-one-1.scope");
+    manager->comeUp();
+    start();
+    ASSERT_TRUE(announces({"one"}));
+    const std::size_t count = announced.size();
+    manager->add("app-one-2.scope");
+    manager->add("app-two-1.scope");
+    ASSERT_TRUE(announces({"one", "two"}));
+    EXPECT_EQ(announced.size(), count + 1);
+}
+
+TEST_F(SessionApplicationsTest, TellNothingMoreOnceTheyAreGone) {
+    manager->add("app-one-1.scope");
+    manager->comeUp();
+    run("tool");
+    start();
+    ASSERT_TRUE(manager->questions().waitFor(1));
+    applications.reset();
+    // What is on its way to the bus thread is over after this.
+    std::promise<void> done;
+    thread.post([&] { done.set_value(); });
+    done.get_future().wait();
+    mainLoop.async([] {});
+    mainLoop.run();
+    EXPECT_TRUE(announced.empty());
+}
+
+}  // namespace
+}  // namespace corvane
