@@ -23,7 +23,7 @@ public:
     }
 
     /// Announces the displays before it returns, if they are others.
-    void set(Online online) {
+    void set(const Online& online) {
         if (std::exchange(online_, online) != online) {
             observers_.notify();
         }

@@ -20,7 +20,7 @@ public:
     }
 
     /// Announces the change before it returns, if it is one.
-    void set(Identifiers identifiers) {
+    void set(const Identifiers& identifiers) {
         if (std::exchange(identifiers_, identifiers) != identifiers) {
             observers_.notify();
         }
@@ -28,12 +28,12 @@ public:
     void start(const std::string& identifier) {
         Identifiers running = identifiers_;
         running.insert(identifier);
-        set(std::move(running));
+        set(running);
     }
     void quit(const std::string& identifier) {
         Identifiers running = identifiers_;
         running.erase(identifier);
-        set(std::move(running));
+        set(running);
     }
 
     /// Changes them without a word, as where the system does not tell.

@@ -8,8 +8,6 @@
 namespace corvane {
 namespace {
 
-using testing::ElementsAre;
-
 struct SessionApply : SessionTest {};
 
 TEST_F(SessionApply, HoldsJustTheKindsUntilTheEnd) {

@@ -135,7 +135,7 @@ protected:
         return manager().expiryDescription().toStdString();
     }
 
-    EnvironmentVariable zone{"TZ", "UTC"};
+    EnvironmentVariable zone{"TZ", "UTC0"};
 };
 
 TEST_F(SessionEndDescription, IsInTheUsersLanguage) {
