@@ -1,13 +1,18 @@
 #include <array>
+#include <fstream>
+#include <optional>
+#include <string>
 
 #include <fcntl.h>
 #include <fmt/format.h>
 #include <gtest/gtest.h>
 #include <sys/mount.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include "platform/linux/desktop/DirectoryListing.h"
 #include "platform/linux/desktop/MountTable.h"
+#include "platform/posix/FileDescriptor.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace corvane {
@@ -31,6 +36,42 @@ TEST(DirectoryListingTest, IsNothingWhereThereIsNoDirectory) {
     EXPECT_EQ(listDirectory(folder.write("file", "")), 0U);
     ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
     EXPECT_EQ(listDirectory(folder / "pipe"), 0U);
+}
+
+/// How many bytes this thread has had drives read so far; none where the kernel does not count.
+std::optional<unsigned long> bytesFromDrives() {
+    std::ifstream counts("/proc/thread-self/io");
+    std::string name;
+    unsigned long count = 0;
+    while (counts >> name >> count) {
+        if (name == "read_bytes:") {
+            return count;
+        }
+    }
+    return std::nullopt;
+}
+
+/// File systems in memory have no drive below.
+bool countsReadsPastTheCache(const std::string& path) {
+    const FileDescriptor file(open(path.c_str(), O_RDONLY | O_DIRECT | O_CLOEXEC));
+    alignas(4096) std::array<char, 4096> block;
+    const auto before = bytesFromDrives();
+    return file.isOpen() && fsync(file.get()) == 0 && read(file.get(), block.data(), block.size()) > 0 &&
+           before < bytesFromDrives();
+}
+
+TEST(DirectoryListingTest, ReachesTheDriveEachTime) {
+    const TemporaryFolder folder;
+    folder.write("empty", "");
+    folder.write("file", std::string(8192, 'x'));
+    if (!countsReadsPastTheCache(folder / "file")) {
+        GTEST_SKIP() << "what is read past the cache cannot be measured here";
+    }
+    for (int i = 0; i < 3; ++i) {
+        const auto before = bytesFromDrives();
+        listDirectory(folder.path());
+        EXPECT_GE(*bytesFromDrives(), *before + 4096);
+    }
 }
 
 /// A file system of its own, which notes every access.
