@@ -30,7 +30,8 @@ InhibitLink::InhibitLink(asio::io_context& context, InhibitRoute route, InhibitP
       log_(log),
       events_(std::move(events)),
       deadline_(context),
-      retry_(context) {}
+      retry_(context),
+      again_(context) {}
 
 void InhibitLink::connect() {
     try {
@@ -67,6 +68,7 @@ void InhibitLink::changeOwner(const std::string& name, const std::string& owner)
     } else {
         owners_[name] = owner;
     }
+    repeats_ = 0;
     tellPresence();
     followSoon();
 }
@@ -76,6 +78,7 @@ void InhibitLink::disconnect(const std::string& reason) {
     complain(fmt::format("the {} bus cannot be used: {}", route_.bus.name, reason));
     deadline_.cancel();
     isAsking_ = false;
+    repeats_ = 0;
     pump_.reset();
     proxies_.clear();
     watches_.clear();
@@ -209,8 +212,10 @@ void InhibitLink::answered(Id id, const sdbus::Error* error, Grant grant) {
     followSoon();
     if (error != nullptr) {
         complain(fmt::format("{} refuses: {}", grant.target.method->busName, error->getMessage()));
+        askAgainLater();
     } else {
         complaint_.clear();
+        repeats_ = 0;
     }
     const auto found = kept_.find(id);
     if (found == kept_.end()) {
@@ -228,6 +233,29 @@ void InhibitLink::answered(Id id, const sdbus::Error* error, Grant grant) {
         }
     }
     tellHeld(id, kept, error == nullptr);
+}
+
+void InhibitLink::askAgainLater() {
+    if (isToAskAgain_ || repeats_ == mostRepeats) {
+        return;
+    }
+    isToAskAgain_ = true;
+    again_.expires_after(patience_.again * (1 << repeats_++));
+    again_.async_wait(lifetime_.bound([this](const std::error_code& error) {
+        isToAskAgain_ = false;
+        if (!error) {
+            askAgain();
+        }
+    }));
+}
+
+void InhibitLink::askAgain() {
+    for (auto& [id, kept] : kept_) {
+        if (kept.isHeld == false) {
+            kept.asked.reset();
+        }
+    }
+    follow();
 }
 
 void InhibitLink::tellPresence() {

@@ -38,6 +38,9 @@ struct InhibitPatience {
     std::chrono::milliseconds answers = std::chrono::seconds(5);
     /// Before a bus that was left, lost or not found is tried again.
     std::chrono::milliseconds retry = std::chrono::seconds(60);
+    /// Before a service that refused is asked again, and twice as long each time after that. Services have
+    /// their names before they are ready.
+    std::chrono::milliseconds again = std::chrono::seconds(1);
 };
 
 /// Keeps the wanted holds taken on one bus, wherever the services there come and go. Belongs to the thread
@@ -48,6 +51,10 @@ struct InhibitPatience {
 class InhibitLink {
 public:
     using Id = PowerAssertions::Id;
+
+    /// How often a service that refuses is asked again, until it comes up anew. Bounded: what refuses may
+    /// have taken something all the same.
+    static constexpr int mostRepeats = 6;
 
     struct Events {
         /// There is somebody to ask on this bus, or nobody. Told at first and with each change.
@@ -109,6 +116,8 @@ private:
     void ask(Id id, const PowerHold& hold, const Target& target);
     void sendInhibit(Id id, const PowerHold& hold, const Target& target);
     void answered(Id id, const sdbus::Error* error, Grant grant);
+    void askAgainLater();
+    void askAgain();
 
     void tellPresence();
     void tellHeld(Id id, Kept& kept, bool isHeld);
@@ -128,6 +137,9 @@ private:
     bool isAsking_ = false;
     asio::steady_timer deadline_;
     asio::steady_timer retry_;
+    asio::steady_timer again_;
+    bool isToAskAgain_ = false;
+    int repeats_ = 0;
     Lifetime lifetime_;
     BusOwners owners_;
     // Destroyed from the last to the first: what uses the connection before it.

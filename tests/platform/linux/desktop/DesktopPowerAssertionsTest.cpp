@@ -40,12 +40,15 @@ protected:
     }
     ~DesktopPowerAssertionsTest() override { end(); }
 
+    static constexpr InhibitPatience unhurried{
+        .answers = testPatience, .retry = testPatience, .again = testPatience};
+
     /// Begins, and returns when it is known on the main loop who is there.
-    void begin(InhibitPatience patience = {.answers = testPatience, .retry = testPatience}) {
+    void begin(InhibitPatience patience = unhurried) {
         beginUnknowing(patience);
         settle();
     }
-    void beginUnknowing(InhibitPatience patience = {.answers = testPatience, .retry = testPatience}) {
+    void beginUnknowing(InhibitPatience patience = unhurried) {
         mainLoop.sync([&] { power.emplace(sessionThread, systemThread, mainLoop, log, patience); });
     }
     void end() {
@@ -215,6 +218,30 @@ TEST_F(DesktopPowerAssertionsTest, GoToTheLoginManagerWhenTheSessionsServiceRefu
         EXPECT_TRUE(becomes([&] { return locks().empty(); }));
         logind.emplace(systemBus->address());
     }
+}
+
+TEST_F(DesktopPowerAssertionsTest, GoToAServiceThatRefusedAtFirstOnceItIsReady) {
+    FakeInhibitor xfce(sessionBus->address(), FakeInhibitor::powerManagement, Manner::withErrors);
+    begin({.answers = testPatience, .retry = testPatience, .again = 20ms});
+    create(systemSleep, "one");
+    create(displaySleep, "two");
+    EXPECT_TRUE(locksBecome({"idle|Corvane|one|block", "idle|Corvane|two|block"}));
+    xfce.changeManner(Manner::well);
+    EXPECT_TRUE(xfce.comesToHold({"Corvane|one", "Corvane|two"}));
+    EXPECT_TRUE(becomes([&] { return locks().empty(); }));
+    EXPECT_EQ(log.count("org.freedesktop.PowerManagement refuses"), 1U);
+}
+
+TEST_F(DesktopPowerAssertionsTest, AskAServiceThatGoesOnRefusingAFewTimesAndNoMore) {
+    const FakeInhibitor gnome(sessionBus->address(), FakeInhibitor::sessionManager, Manner::withErrors);
+    begin({.answers = testPatience, .retry = testPatience, .again = 1ms});
+    create(systemSleep, "no sleep");
+    ASSERT_TRUE(gnome.requests().waitFor(1 + InhibitLink::mostRepeats));
+    // Another hold is asked for all the same, once.
+    create(systemSleep, "another");
+    ASSERT_TRUE(gnome.requests().waitFor(2 + InhibitLink::mostRepeats));
+    EXPECT_TRUE(locksBecome({"idle|Corvane|no sleep|block", "idle|Corvane|another|block"}));
+    EXPECT_EQ(gnome.requests().size(), 2U + InhibitLink::mostRepeats);
 }
 
 TEST_F(DesktopPowerAssertionsTest, GoToTheLoginManagerWhenTheSessionsServiceDoesNotAnswer) {
