@@ -2,17 +2,23 @@
 
 #include <memory>
 
+#include "platform/Displays.h"
 #include "platform/HelperConnection.h"
 #include "platform/HelperInstaller.h"
+#include "platform/HttpsClient.h"
 #include "platform/Locale.h"
 #include "platform/Log.h"
 #include "platform/MainLoop.h"
 #include "platform/NotificationCenter.h"
+#include "platform/PowerAssertions.h"
 #include "platform/PowerSources.h"
 #include "platform/ResumeObserver.h"
+#include "platform/RunningApplications.h"
 #include "platform/SerialQueue.h"
 #include "platform/ThermalStateMonitor.h"
+#include "platform/UrlOpener.h"
 #include "platform/UserDefaults.h"
+#include "platform/Volumes.h"
 
 namespace corvane {
 
@@ -39,6 +45,12 @@ public:
     virtual std::unique_ptr<ThermalStateMonitor> makeThermalStateMonitor() = 0;
     virtual std::unique_ptr<PowerSources> makePowerSources() = 0;
     virtual std::unique_ptr<ResumeObserver> makeResumeObserver() = 0;
+    virtual std::unique_ptr<PowerAssertions> makePowerAssertions() = 0;
+    virtual std::unique_ptr<Displays> makeDisplays() = 0;
+    virtual std::unique_ptr<RunningApplications> makeRunningApplications() = 0;
+    virtual std::unique_ptr<Volumes> makeVolumes() = 0;
+    virtual std::unique_ptr<HttpsClient> makeHttpsClient() = 0;
+    virtual std::unique_ptr<UrlOpener> makeUrlOpener() = 0;
 };
 
 }  // namespace corvane

@@ -3,7 +3,7 @@
 #include <memory>
 
 #include "app/application/FanLog.h"
-#include "app/fan/FanController.h"
+#include "app/session/SleepManager.h"
 #include "app/shell/Lang.h"
 #include "app/shell/Notifier.h"
 #include "platform/AppPlatform.h"
@@ -13,13 +13,15 @@ namespace corvane {
 /// The application's models on a platform's services. Main loop.
 class Application {
 public:
-    /// Makes everything; the models begin to work when the main loop runs. `platform` outlives it.
+    /// Makes everything: releases what an earlier run may have left forced, and goes on with the rules and
+    /// the drives that it left. `platform` outlives the application.
     explicit Application(AppPlatform& platform);
 
-    /// Releases what an earlier run may have left behind.
+    /// What is done once everything is there: asks for updates.
     void start();
 
-    [[nodiscard]] FanController& fan() { return fan_; }
+    /// The root model.
+    [[nodiscard]] SleepManager& manager() { return manager_; }
 
 private:
     // In the order in which the platform makes them.
@@ -29,11 +31,18 @@ private:
     std::unique_ptr<HelperConnector> helperConnector_;
     std::unique_ptr<HelperInstaller> helperInstaller_;
     std::unique_ptr<ThermalStateMonitor> thermalMonitor_;
+    std::unique_ptr<PowerSources> powerSources_;
     std::unique_ptr<ResumeObserver> resumeObserver_;
+    std::unique_ptr<PowerAssertions> powerAssertions_;
+    std::unique_ptr<Displays> displays_;
+    std::unique_ptr<RunningApplications> runningApplications_;
+    std::unique_ptr<Volumes> volumes_;
+    std::unique_ptr<HttpsClient> httpsClient_;
+    std::unique_ptr<UrlOpener> urlOpener_;
 
     Lang lang_;
     Notifier notifier_;
-    FanController fan_;
+    SleepManager manager_;
     FanLog fanLog_;
 };
 

@@ -5,9 +5,14 @@
 #include <array>
 #include <cstdio>
 #include <cstdlib>
+#include <functional>
+#include <iostream>
+#include <iterator>
+#include <map>
 #include <sstream>
 #include <string>
 #include <variant>
+#include <vector>
 
 #include <unistd.h>
 
@@ -19,35 +24,112 @@
 namespace corvane {
 namespace {
 
-void obey(FanController& fan, const std::string& line) {
-    std::istringstream words(line);
-    std::string command;
-    std::string word;
-    words >> command >> word;
-    const bool on = word == "on";
-    if (command == "mode") {
-        fan.setCoolingMode(coolingModeFromRawValue(word).value());
-    } else if (command == "fans") {
-        fan.setFansEnabled(on);
-    } else if (command == "slider") {
-        fan.setManualFloor(std::stod(word));
-    } else if (command == "profile") {
-        fan.setCoolingProfile(CoolingProfile::fromRawValue(word).value());
-    } else if (command == "request") {
-        fan.requestCooling(CoolingProfile::fromRawValue(word), "apps");
-    } else if (command == "lid") {
-        fan.setLidStayAwake(on);
-    } else if (command == "install") {
-        fan.installHelper();
-    } else {
-        std::fprintf(stderr, "ModelDriver: no such command: %s\n", line.c_str());
+using Arguments = std::vector<std::string>;
+
+SleepAssertions::Kinds kindsOf(const std::string& names) {
+    SleepAssertions::Kinds kinds;
+    std::istringstream words(names);
+    for (std::string name; std::getline(words, name, ',');) {
+        if (const auto kind = SleepAssertions::kindFromRawValue(name)) {
+            kinds.insert(*kind);
+        }
     }
+    return kinds;
 }
+
+/// The models, and the commands there are for them. Arguments that are missing end the program.
+class Driver {
+public:
+    Driver(Application& application, SerialQueue& mainLoop)
+        : manager_(application.manager()), mainLoop_(mainLoop) {}
+
+    void obey(const std::string& line) {
+        std::istringstream words(line);
+        std::string command;
+        words >> command;
+        const Arguments arguments{std::istream_iterator<std::string>(words), {}};
+        const auto known = commands_.find(command);
+        if (known == commands_.end()) {
+            std::fprintf(stderr, "ModelDriver: no such command: %s\n", line.c_str());
+            return;
+        }
+        known->second(arguments);
+    }
+
+private:
+    static bool isOn(const Arguments& arguments) { return arguments.at(0) == "on"; }
+
+    /// KINDS ("system,display", "-" for none) "open" or SECONDS
+    void keepAwake(const Arguments& arguments) {
+        const std::string& until = arguments.at(1);
+        manager_.apply(kindsOf(arguments.at(0)),
+                       until == "open"
+                           ? std::nullopt
+                           : std::optional(mainLoop_.wallTime() + std::chrono::seconds(std::stoi(until))));
+    }
+
+    void listDrives() {
+        for (const DriveItem& drive : manager_.drives().availableDrives()) {
+            std::cout << "available " << drive.path.toStdString() << ' ' << drive.name.toStdString()
+                      << std::endl;
+        }
+    }
+
+    SleepManager& manager_;
+    SerialQueue& mainLoop_;
+    FanController& fan_ = manager_.fan();
+    std::map<std::string, std::function<void(const Arguments&)>> commands_{
+        {"mode",
+         [this](const Arguments& to) { fan_.setCoolingMode(coolingModeFromRawValue(to.at(0)).value()); }},
+        {"fans", [this](const Arguments& to) { fan_.setFansEnabled(isOn(to)); }},
+        {"slider", [this](const Arguments& to) { fan_.setManualFloor(std::stod(to.at(0))); }},
+        {"profile",
+         [this](const Arguments& to) {
+             fan_.setCoolingProfile(CoolingProfile::fromRawValue(to.at(0)).value());
+         }},
+        {"request",
+         [this](const Arguments& to) {
+             fan_.requestCooling(CoolingProfile::fromRawValue(to.at(0)), TriggerManager::coolingSource);
+         }},
+        {"install", [this](const Arguments&) { fan_.installHelper(); }},
+        {"awake", [this](const Arguments& to) { keepAwake(to); }},
+        {"toggle",
+         [this](const Arguments& to) {
+             manager_.toggle(SleepAssertions::kindFromRawValue(to.at(0)).value());
+         }},
+        {"reset", [this](const Arguments&) { manager_.resetAll(); }},
+        {"lid", [this](const Arguments& to) { manager_.lid().setEnabled(isOn(to)); }},
+        {"automation", [this](const Arguments& to) { manager_.triggers().setAutomationEnabled(isOn(to)); }},
+        // ID NAME
+        {"app",
+         [this](const Arguments& to) {
+             manager_.triggers().addApp({.bundleID = QString::fromStdString(to.at(0)),
+                                         .name = QString::fromStdString(to.at(1)),
+                                         .cooling = std::nullopt});
+         }},
+        // PATH NAME
+        {"drive",
+         [this](const Arguments& to) {
+             manager_.drives().add(
+                 {.path = QString::fromStdString(to.at(0)), .name = QString::fromStdString(to.at(1))});
+         }},
+        {"drives", [this](const Arguments& to) { manager_.drives().setEnabled(isOn(to)); }},
+        {"interval",
+         [this](const Arguments& to) { manager_.drives().setIntervalSeconds(std::stoi(to.at(0))); }},
+        {"list-drives", [this](const Arguments&) { listDrives(); }},
+    };
+};
 
 int drive(const PlatformOptions& options) {
     const auto platform = selectAppPlatform(options);
     Application application(*platform);
-    const PropertyPrinter printer("fan", application.fan());
+    SleepManager& manager = application.manager();
+    const PropertyPrinter session("session", manager);
+    const PropertyPrinter fan("fan", manager.fan());
+    const PropertyPrinter automation("automation", manager.triggers());
+    const PropertyPrinter lid("lid", manager.lid());
+    const PropertyPrinter drives("drives", manager.drives());
+    Driver driver(application, platform->mainQueue());
     std::string unread;
     const QtDescriptor input(dup(STDIN_FILENO), [&] {
         std::array<char, 256> text{};
@@ -58,7 +140,7 @@ int drive(const PlatformOptions& options) {
         }
         unread.append(text.data(), static_cast<std::size_t>(length));
         for (std::size_t end = 0; (end = unread.find('\n')) != std::string::npos; unread.erase(0, end + 1)) {
-            obey(application.fan(), unread.substr(0, end));
+            driver.obey(unread.substr(0, end));
         }
     });
     application.start();

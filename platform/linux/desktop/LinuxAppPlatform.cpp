@@ -6,13 +6,19 @@
 #include "platform/ExecutablePath.h"
 #include "platform/linux/desktop/DBusHelperConnector.h"
 #include "platform/linux/desktop/DBusNotificationCenter.h"
+#include "platform/linux/desktop/DesktopPowerAssertions.h"
+#include "platform/linux/desktop/DrmDisplays.h"
 #include "platform/linux/desktop/EnvironmentLocale.h"
 #include "platform/linux/desktop/JsonUserDefaults.h"
 #include "platform/linux/desktop/LinuxThermalState.h"
 #include "platform/linux/desktop/LogindResumeObserver.h"
 #include "platform/linux/desktop/PkexecInstaller.h"
+#include "platform/linux/desktop/QtHttpsClient.h"
+#include "platform/linux/desktop/SessionApplications.h"
 #include "platform/linux/desktop/SysfsPowerSupplies.h"
+#include "platform/linux/desktop/UDisksVolumes.h"
 #include "platform/linux/desktop/UPowerSources.h"
+#include "platform/linux/desktop/XdgUrlOpener.h"
 
 namespace corvane {
 
@@ -83,6 +89,30 @@ std::unique_ptr<PowerSources> LinuxAppPlatform::makePowerSources() {
 
 std::unique_ptr<ResumeObserver> LinuxAppPlatform::makeResumeObserver() {
     return std::make_unique<LogindResumeObserver>(systemBus(), mainQueue_, log_);
+}
+
+std::unique_ptr<PowerAssertions> LinuxAppPlatform::makePowerAssertions() {
+    return std::make_unique<DesktopPowerAssertions>(sessionBus(), systemBus(), mainQueue_, log_);
+}
+
+std::unique_ptr<Displays> LinuxAppPlatform::makeDisplays() {
+    return std::make_unique<DrmDisplays>(mainQueue_, sysfsRoot_);
+}
+
+std::unique_ptr<RunningApplications> LinuxAppPlatform::makeRunningApplications() {
+    return std::make_unique<SessionApplications>(sessionBus(), mainQueue_, environment);
+}
+
+std::unique_ptr<Volumes> LinuxAppPlatform::makeVolumes() {
+    return std::make_unique<UDisksVolumes>(systemBus(), mainQueue_);
+}
+
+std::unique_ptr<HttpsClient> LinuxAppPlatform::makeHttpsClient() {
+    return std::make_unique<QtHttpsClient>(mainQueue_);
+}
+
+std::unique_ptr<UrlOpener> LinuxAppPlatform::makeUrlOpener() {
+    return std::make_unique<XdgUrlOpener>();
 }
 
 }  // namespace corvane

@@ -30,6 +30,12 @@ public:
     std::unique_ptr<ThermalStateMonitor> makeThermalStateMonitor() override;
     std::unique_ptr<PowerSources> makePowerSources() override;
     std::unique_ptr<ResumeObserver> makeResumeObserver() override;
+    std::unique_ptr<PowerAssertions> makePowerAssertions() override;
+    std::unique_ptr<Displays> makeDisplays() override;
+    std::unique_ptr<RunningApplications> makeRunningApplications() override;
+    std::unique_ptr<Volumes> makeVolumes() override;
+    std::unique_ptr<HttpsClient> makeHttpsClient() override;
+    std::unique_ptr<UrlOpener> makeUrlOpener() override;
 
 private:
     // Each bus has its thread, so that a desktop that hangs does not hold up the way to the helper. They are

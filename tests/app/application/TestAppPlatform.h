@@ -1,17 +1,26 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <memory>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include "platform/AppPlatform.h"
 #include "platform/simulated/MemoryUserDefaults.h"
 #include "platform/simulated/RecordingNotificationCenter.h"
+#include "platform/simulated/RecordingUrlOpener.h"
+#include "platform/simulated/SimulatedDisplays.h"
 #include "platform/simulated/SimulatedHelperHost.h"
+#include "platform/simulated/SimulatedHttpsClient.h"
 #include "platform/simulated/SimulatedInstaller.h"
 #include "platform/simulated/SimulatedLocale.h"
+#include "platform/simulated/SimulatedPowerAssertions.h"
 #include "platform/simulated/SimulatedPowerSources.h"
+#include "platform/simulated/SimulatedRunningApplications.h"
 #include "platform/simulated/SimulatedThermalState.h"
+#include "platform/simulated/SimulatedVolumes.h"
 #include "tests/helper/HelperMachine.h"
 #include "tests/helper/TestHelperPlatform.h"
 
@@ -27,7 +36,12 @@ public:
     SerialQueue& mainQueue() override { return queue; }
 
     std::unique_ptr<UserDefaults> makeUserDefaults() override {
-        return std::make_unique<MemoryUserDefaults>();
+        auto made = std::make_unique<MemoryUserDefaults>();
+        for (const auto& [key, value] : storedAtFirst) {
+            made->set(key, value);
+        }
+        defaults = made.get();
+        return made;
     }
     std::unique_ptr<Locale> makeLocale() override { return std::make_unique<SimulatedLocale>(); }
     std::unique_ptr<NotificationCenter> makeNotificationCenter() override {
@@ -54,6 +68,29 @@ public:
     std::unique_ptr<PowerSources> makePowerSources() override {
         return std::make_unique<SimulatedPowerSources>();
     }
+    std::unique_ptr<PowerAssertions> makePowerAssertions() override {
+        auto made = std::make_unique<SimulatedPowerAssertions>();
+        power = made.get();
+        return made;
+    }
+    std::unique_ptr<Displays> makeDisplays() override { return std::make_unique<SimulatedDisplays>(); }
+    std::unique_ptr<RunningApplications> makeRunningApplications() override {
+        auto made = std::make_unique<SimulatedRunningApplications>();
+        made->set(runningAtFirst);
+        return made;
+    }
+    std::unique_ptr<Volumes> makeVolumes() override {
+        auto made = std::make_unique<SimulatedVolumes>(queue);
+        made->setMounted(mountedAtFirst);
+        volumes = made.get();
+        return made;
+    }
+    std::unique_ptr<HttpsClient> makeHttpsClient() override {
+        auto made = std::make_unique<SimulatedHttpsClient>(queue);
+        web = made.get();
+        return made;
+    }
+    std::unique_ptr<UrlOpener> makeUrlOpener() override { return std::make_unique<RecordingUrlOpener>(); }
     std::unique_ptr<ResumeObserver> makeResumeObserver() override { return std::make_unique<Resumes>(*this); }
 
     HelperMachine helper;
@@ -61,6 +98,15 @@ public:
     EventLog events;
     TestMainLoop loop{helper.time, events};
     bool isHelperInstalled = true;
+    /// What the last run left in the settings.
+    std::map<std::string, DefaultsValue> storedAtFirst;
+    RunningApplications::Identifiers runningAtFirst;
+    std::vector<Volume> mountedAtFirst;
+    // The application's, as long as it lives.
+    MemoryUserDefaults* defaults = nullptr;
+    SimulatedPowerAssertions* power = nullptr;
+    SimulatedVolumes* volumes = nullptr;
+    SimulatedHttpsClient* web = nullptr;
     /// Tells the application that the computer is back from a suspend.
     std::function<void()> resume;
 
