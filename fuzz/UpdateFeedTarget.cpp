@@ -1,3 +1,4 @@
+#include <compare>
 #include <utility>
 
 #include <fmt/format.h>
@@ -51,7 +52,8 @@ std::string faultOf(std::string_view data) {
         const bool isClear = checker.downloadURL().isEmpty() && checker.releaseNotes().isEmpty();
         return isClear ? "" : "something is published of no version";
     }
-    return compareVersions(offered, runningVersion) > 0 ? "" : fmt::format("'{}' is offered", offered);
+    return std::is_gt(compareVersions(offered, runningVersion)) ? ""
+                                                                : fmt::format("'{}' is offered", offered);
 }
 
 }  // namespace corvane

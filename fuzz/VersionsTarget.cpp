@@ -22,7 +22,7 @@ std::array<std::string_view, 3> versionsIn(std::string_view data) {
 }
 
 bool isBeforeOrEquivalent(std::string_view left, std::string_view right) {
-    return compareVersions(left, right) <= 0;
+    return std::is_lteq(compareVersions(left, right));
 }
 
 }  // namespace
@@ -31,11 +31,11 @@ bool isBeforeOrEquivalent(std::string_view left, std::string_view right) {
 std::string faultOf(std::string_view data) {
     const std::array<std::string_view, 3> versions = versionsIn(data);
     for (const std::string_view a : versions) {
-        if (compareVersions(a, a) != 0) {
+        if (std::is_neq(compareVersions(a, a))) {
             return fmt::format("'{}' is not itself", a);
         }
         for (const std::string_view b : versions) {
-            if (compareVersions(a, b) != (0 <=> compareVersions(b, a))) {
+            if (std::is_lt(compareVersions(a, b)) != std::is_gt(compareVersions(b, a))) {
                 return fmt::format("'{}' and '{}' depend on who is asked first", a, b);
             }
             for (const std::string_view c : versions) {

@@ -1,3 +1,4 @@
+#include <compare>
 #include <string>
 #include <vector>
 
@@ -9,10 +10,10 @@ namespace corvane {
 namespace {
 
 bool isBefore(std::string_view left, std::string_view right) {
-    return compareVersions(left, right) < 0 && compareVersions(right, left) > 0;
+    return std::is_lt(compareVersions(left, right)) && std::is_gt(compareVersions(right, left));
 }
 bool areEquivalent(std::string_view left, std::string_view right) {
-    return compareVersions(left, right) == 0 && compareVersions(right, left) == 0;
+    return std::is_eq(compareVersions(left, right)) && std::is_eq(compareVersions(right, left));
 }
 
 TEST(CompareVersions, ComparesRunsOfDigitsAsNumbers) {
