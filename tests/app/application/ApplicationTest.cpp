@@ -190,7 +190,7 @@ TEST_F(RestartedApplicationTest, HoldsNothingThatIsNotStored) {
 
 TEST_F(RestartedApplicationTest, AsksForUpdatesJustWhenItWasBuiltWithAFeed) {
     start();
-    EXPECT_EQ(platform.web->requests().size(), BuildInfo::updateFeed.empty() ? 0U : 1U);
+    EXPECT_EQ(platform.web->requests().size(), std::string_view(BuildInfo::updateFeed).empty() ? 0U : 1U);
 }
 
 }  // namespace
