@@ -183,7 +183,9 @@ void InhibitLink::ask(Id id, const PowerHold& hold, const Target& target) {
 
 void InhibitLink::sendInhibit(Id id, const PowerHold& hold, const Target& target) {
     const InhibitMethod& method = *target.method;
-    auto call = proxyFor(target).callMethodAsync("Inhibit");
+    // The call refers to its name as long as it is put together.
+    const std::string member = "Inhibit";
+    auto call = proxyFor(target).callMethodAsync(member);
     call.onInterface(method.interface);
     const auto takeNumber = [this, id, target](const sdbus::Error* error, std::uint32_t number) {
         answered(id, error, {target, number, {}});
