@@ -11,8 +11,7 @@ namespace {
 /// Each of these alone makes the application one that is at work.
 class SessionActivity : public SessionTest {
 protected:
-    SessionActivity() {
-        machine.helper.mac.holdSensorsAt(75);
+    SessionActivity() : SessionTest(75) {
         machine.advance(20s);
         EXPECT_FALSE(manager().anythingActive());
         QObject::connect(&manager(), &SleepManager::anythingActiveChanged, [this] { ++announced; });

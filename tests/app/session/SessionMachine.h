@@ -27,12 +27,19 @@ public:
     using Kind = SleepAssertions::Kind;
     using Kinds = SleepAssertions::Kinds;
 
-    /// Starts the application at a temperature that asks for no cooling by itself.
+    /// Starts the application, at a temperature that asks for no cooling by itself.
     void start(float celsius = 50) {
         helper.mac.holdSensorsAt(celsius);
         manager.emplace(servicesWith(host, notifier),
                         UpdateCheckerConfiguration{"https://example.org/feed", "", "1.0"});
         settle();
+    }
+
+    /// Starts the application where no helper is installed. Days pass quickly then.
+    void startWithoutHelper() {
+        installer.setInstalled(false);
+        host.setInstalled(false);
+        start();
     }
 
     /// The machine's services, with other ways to the helper and to the user.
@@ -86,7 +93,7 @@ public:
     std::optional<SleepManager> manager;
 };
 
-/// A started machine.
+/// A started machine, without a helper unless the test is about the fans or the lid.
 class SessionTest : public testing::Test {
 protected:
     using Kind = SleepAssertions::Kind;
@@ -95,7 +102,8 @@ protected:
     static constexpr const char* finished = "Keep-awake finished";
     static constexpr const char* batteryLow = "🪫 Battery low";
 
-    SessionTest() { machine.start(); }
+    SessionTest() { machine.startWithoutHelper(); }
+    explicit SessionTest(float celsius) { machine.start(celsius); }
 
     SleepManager& manager() { return *machine.manager; }
     WallTime in(Duration duration) {

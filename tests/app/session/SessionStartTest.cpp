@@ -79,7 +79,7 @@ protected:
 };
 
 TEST_F(SessionStart, BeginsIdle) {
-    machine.start();
+    machine.startWithoutHelper();
     EXPECT_TRUE(machine.isIdle());
     EXPECT_EQ(manager().now(), machine.wallTime());
     EXPECT_FALSE(manager().anythingActive());
@@ -148,9 +148,7 @@ TEST_F(SessionStart, KeepsTheLastSessionToTheRunItWasIn) {
 }
 
 TEST_F(SessionStart, CopesWithoutAHelper) {
-    machine.installer.setInstalled(false);
-    machine.host.setInstalled(false);
-    machine.start();
+    machine.startWithoutHelper();
     manager().apply({SleepAssertions::Kind::system}, std::nullopt);
     machine.advance(1h);
     EXPECT_EQ(manager().activeKinds(), SleepAssertions::Kinds{SleepAssertions::Kind::system});
@@ -159,7 +157,7 @@ TEST_F(SessionStart, CopesWithoutAHelper) {
 TEST_F(SessionStart, OwnsItsModelsUntilItsEndAndRunsNothingAfterIt) {
     storeRule();
     machine.start(75);
-    manager().apply({SleepAssertions::Kind::system}, machine.wallTime() + 1h);
+    manager().apply({SleepAssertions::Kind::system}, machine.wallTime() + 5min);
     manager().lid().setEnabled(true);
     manager().fan().setFansEnabled(true);
     manager().drives().add({"/Volumes/Backup", "Backup"});
@@ -172,7 +170,7 @@ TEST_F(SessionStart, OwnsItsModelsUntilItsEndAndRunsNothingAfterIt) {
     machine.thermal.set(ThermalState::critical);
     machine.applications.quit("render");
     machine.displays.set(std::vector{Display{}});
-    machine.advance(2h);
+    machine.advance(10min);
     EXPECT_EQ(machine.takeRequests(), Texts{});
     EXPECT_EQ(machine.center.posted().size(), posted);
     EXPECT_EQ(machine.power.taken(), taken);
