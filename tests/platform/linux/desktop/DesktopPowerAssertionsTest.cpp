@@ -184,7 +184,10 @@ TEST_F(DesktopPowerAssertionsTest, AreNoneOnceItIsKnownThatThereIsNobodyToAsk) {
     EXPECT_EQ(log.count("there is no service that could be asked"), 1U);
     logind.emplace(systemBus->address());
     std::optional<Id> id;
-    EXPECT_TRUE(becomes([&] { return (id = create(systemSleep, "no sleep")).has_value(); }));
+    EXPECT_TRUE(becomes([&] {
+        id = id ? id : create(systemSleep, "no sleep");
+        return id.has_value();
+    }));
     EXPECT_TRUE(locksBecome({"idle|Corvane|no sleep|block"}));
 }
 
@@ -331,7 +334,8 @@ TEST_F(DesktopPowerAssertionsTest, GoToTheLoginManagerWhenTheSessionBusHasGoneAw
     gnome.reset();
     sessionBus->end();
     EXPECT_TRUE(locksBecome({"idle|Corvane|no sleep|block"}));
-    EXPECT_TRUE(becomes([&] { return log.lines().size() >= 2; })) << "lost, then not found";
+    EXPECT_TRUE(becomes([&] { return log.count("the session bus cannot be used") >= 2; }))
+        << "lost, then not found";
 
     PrivateBus another;
     ASSERT_EQ(another.problem(), std::nullopt);
@@ -340,8 +344,7 @@ TEST_F(DesktopPowerAssertionsTest, GoToTheLoginManagerWhenTheSessionBusHasGoneAw
         [&] { sessionAddress.emplace("DBUS_SESSION_BUS_ADDRESS", another.address().c_str()); });
     EXPECT_TRUE(gnome->comesToHold({"de.tavrin.corvane|0|no sleep|4"}));
     EXPECT_TRUE(locksBecome({}));
-    EXPECT_THAT(log.lines(), testing::Each(testing::HasSubstr("the session bus cannot be used")));
-    EXPECT_LE(log.lines().size(), 3U) << "each way it fails in is told of once";
+    EXPECT_LE(log.count("the session bus cannot be used"), 3U) << "each way it fails in is told of once";
     end();
     gnome.reset();
 }
@@ -349,8 +352,9 @@ TEST_F(DesktopPowerAssertionsTest, GoToTheLoginManagerWhenTheSessionBusHasGoneAw
 TEST_F(DesktopPowerAssertionsTest, KeepTheLoginManagersLocksWhenTheSystemBusHasGoneAway) {
     begin();
     const auto id = create(systemSleep, "no sleep");
-    ASSERT_TRUE(logind->locks().waitFor(1));
-    settle();
+    create(systemSleep, "another");
+    // One at a time: the first was answered when the second is asked for.
+    ASSERT_TRUE(logind->locks().waitFor(2));
     const FakeLogind::Lock lock = logind->locks().all().front();
     logind.reset();
     systemBus->end();
