@@ -90,19 +90,18 @@ public:
 
     /// Answers what waits for it, and from now on at once.
     void answerNow() {
-        const std::lock_guard lock(mutex_);
-        manner_ = Manner::well;
-        for (auto& [call, number] : std::exchange(unanswered_, {})) {
+        std::vector<std::pair<sdbus::MethodCall, std::uint32_t>> unanswered;
+        {
+            const std::lock_guard lock(mutex_);
+            manner_ = Manner::well;
+            unanswered.swap(unanswered_);
+        }
+        // Not under the lock: the bus library has one of its own, which its thread takes first.
+        for (auto& [call, number] : unanswered) {
             auto reply = call.createReply();
             reply << number;
             reply.send();
         }
-    }
-
-    /// From now on.
-    void changeManner(Manner manner) {
-        const std::lock_guard lock(mutex_);
-        manner_ = manner;
     }
 
 private:

@@ -86,8 +86,11 @@ public:
     }
 
     void remove(const std::string& name) {
-        objects_.at(name)->emitInterfacesRemovedSignal();
         objects_.erase(name);
+        // Told of when it is gone, not before.
+        auto signal = root_->createSignal("org.freedesktop.DBus.ObjectManager", "InterfacesRemoved");
+        signal << sdbus::ObjectPath(path(name)) << std::vector<std::string>{interfacePrefix + "Block"};
+        root_->emitSignal(signal);
     }
 
     /// Changes a property, to a value of the same type, and tells of it.
