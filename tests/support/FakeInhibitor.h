@@ -104,6 +104,12 @@ public:
         }
     }
 
+    /// From now on.
+    void changeManner(Manner manner) {
+        const std::lock_guard lock(mutex_);
+        manner_ = manner;
+    }
+
 private:
     struct Held {
         std::string caller;
