@@ -76,9 +76,9 @@ public:
         {
             const std::lock_guard lock(mutex_);
             states_[unit] = state;
-            if (!isSubscribed_) {
-                return;
-            }
+        }
+        if (!isSubscribed()) {
+            return;
         }
         const auto object = sdbus::createObject(*connection_, pathOf(unit));
         object->registerProperty("ActiveState")
@@ -110,9 +110,14 @@ private:
         return sdbus::ObjectPath(path);
     }
 
-    void tell(const char* signal, const std::string& unit) {
+    [[nodiscard]] bool isSubscribed() {
         const std::lock_guard lock(mutex_);
-        if (isSubscribed_) {
+        return isSubscribed_;
+    }
+
+    void tell(const char* signal, const std::string& unit) {
+        // Not with the lock: sending waits for the other thread, which may wait for the lock to answer.
+        if (isSubscribed()) {
             manager_->emitSignal(signal).onInterface(interface).withArguments(unit, pathOf(unit));
         }
     }

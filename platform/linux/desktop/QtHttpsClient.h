@@ -18,8 +18,8 @@ class HttpsDownload;
 ///
 /// At most 5 redirects, all to https. Each request has a manager of its own, so that nothing of one is known
 /// to the next and an application that asks nothing has no network classes, threads and certificates in
-/// memory. It goes straight to the server: a configured proxy may be looked for on the network first, which
-/// would hold up the main loop.
+/// memory. The head of an answer is Qt's to hold, and only time bounds it. It goes straight to the server: a
+/// configured proxy may be looked for on the network first, which would hold up the main loop.
 class QtHttpsClient final : public HttpsClient {
 public:
     /// `mainLoop` outlives the client. `tls` says whom to trust; none: whom the system trusts.
