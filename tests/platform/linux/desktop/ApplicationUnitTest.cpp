@@ -1,3 +1,4 @@
+#include <ostream>
 #include <string>
 
 #include <gmock/gmock.h>
@@ -16,8 +17,8 @@ struct Case {
     const char* identifier;
 };
 
-void PrintTo(const Case& test, std::ostream* stream) {
-    *stream << test.unit;
+std::ostream& operator<<(std::ostream& stream, const Case& test) {
+    return stream << test.unit;
 }
 
 class ApplicationUnitTest : public testing::TestWithParam<Case> {};

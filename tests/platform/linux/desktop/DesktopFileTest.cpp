@@ -102,7 +102,9 @@ TEST(DesktopFile, MayBeHidden) {
 }
 
 TEST(DesktopFile, MayHoldAnything) {
-    EXPECT_FALSE(readDesktopFile(std::string("\0\xff[\n=\n[[Desktop Entry]\n", 24)));
+    std::string garbage("0\xff[\n=\n[[Desktop Entry]\n");
+    garbage.front() = '\0';
+    EXPECT_FALSE(readDesktopFile(garbage));
     EXPECT_FALSE(readDesktopFile(std::string(300'000, '[')));
     EXPECT_EQ(application("=\n=x\nExec\n[\n").programs, std::vector<std::string>());
     EXPECT_THAT(programsOf(std::string(100'000, '"')), IsEmpty());
