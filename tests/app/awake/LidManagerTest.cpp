@@ -8,7 +8,6 @@ namespace {
 
 using Kind = CoolingProfile::Kind;
 using Texts = std::vector<std::string>;
-using testing::ElementsAre;
 
 class LidManagerTest : public testing::Test {
 protected:
