@@ -90,13 +90,14 @@ void TriggerManager::changeApps(QList<TriggerApp> apps) {
 }
 
 void TriggerManager::evaluate() {
+    if (!automationEnabled()) {
+        apply({});
+        return;
+    }
     const PowerInfo power = PowerSource::current(powerSources_);
-    const bool standsDown = !automationEnabled() || (batteryIsLow(power) && lowBatteryAutoStop());
-    apply(standsDown ? Verdict() : verdict(power));
-}
-
-bool TriggerManager::batteryIsLow(const PowerInfo& power) {
-    return power.hasBattery && !power.onAC && power.percentage && *power.percentage <= lowBatteryPercent;
+    const std::optional<int> charge = power.percentageOnBattery();
+    const bool isLow = charge && *charge <= lowBatteryPercent;
+    apply(isLow && lowBatteryAutoStop() ? Verdict() : verdict(power));
 }
 
 TriggerManager::Verdict TriggerManager::verdict(const PowerInfo& power) const {

@@ -128,7 +128,6 @@ private:
     };
 
     [[nodiscard]] QString coolingProfileText() const;
-    [[nodiscard]] static bool batteryIsLow(const PowerInfo& power);
     [[nodiscard]] Verdict verdict(const PowerInfo& power) const;
     [[nodiscard]] bool hasExternalDisplay() const;
     void judgeApps(Verdict& verdict) const;

@@ -25,8 +25,8 @@ struct DriveManagerServices {
 };
 
 /// Keeps chosen drives from spinning down: while it is switched on, each of them is touched, that is read
-/// from, at an interval. Nothing is ever written to a drive, and no outcome is shown; a drive that is not
-/// mounted is passed over until it is.
+/// from, at an interval. Nothing is written to a drive, though its file system may note the access, and no
+/// outcome is shown; a drive that is not mounted is passed over until it is.
 ///
 /// Each setter stores its value, an equal one too, and begins the interval anew with a touch at once. Belongs
 /// to the main loop.

@@ -9,8 +9,12 @@ namespace corvane {
 
 namespace {
 
+/// What a browser is asked to show: nobody writes longer addresses, or a user's name into one, for people.
+constexpr qsizetype longestAddress = 8192;
+
 bool isHttps(const QUrl& url) {
-    return url.isValid() && url.scheme() == QStringLiteral("https") && !url.host().isEmpty();
+    return url.isValid() && url.scheme() == QStringLiteral("https") && !url.host().isEmpty() &&
+           url.userInfo().isEmpty() && url.toEncoded().size() <= longestAddress;
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include <fmt/format.h>
 #include <sdbus-c++/sdbus-c++.h>
 
 #include "platform/linux/HelperBus.h"
@@ -74,7 +75,7 @@ public:
         auto object = sdbus::createObject(*connection_, path(name));
         for (const auto& [interface, values] : properties) {
             for (const auto& [property, value] : values) {
-                const std::string key = name + ' ' + interface + '.' + property;
+                const std::string key = fmt::format("{} {}.{}", name, interface, property);
                 setValue(key, value);
                 object->registerProperty(interfacePrefix + interface, property, value.peekValueType(),
                                          [this, key](sdbus::PropertyGetReply& reply) { answer(reply, key); });

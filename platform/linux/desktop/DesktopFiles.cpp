@@ -115,11 +115,6 @@ void DesktopFiles::sortByProgram() {
     }
 }
 
-const DesktopFile* DesktopFiles::find(const std::string& identifier) const {
-    const auto found = byIdentifier_.find(identifier);
-    return found == byIdentifier_.end() ? nullptr : &found->second;
-}
-
 std::optional<std::string> DesktopFiles::applicationOf(std::string_view program) const {
     const auto found = byProgram_.find(program);
     return found == byProgram_.end() ? std::nullopt : std::optional(found->second);

@@ -27,9 +27,6 @@ public:
     /// Sees to it that what follows is up to date. True when it read the files.
     bool refresh();
 
-    /// Null when no such application is installed. Valid until the next `refresh`.
-    [[nodiscard]] const DesktopFile* find(const std::string& identifier) const;
-
     /// The identifier of the application that a program of this name belongs to. Of several, one that is in
     /// the menus, then the one that starts it most plainly.
     [[nodiscard]] std::optional<std::string> applicationOf(std::string_view program) const;

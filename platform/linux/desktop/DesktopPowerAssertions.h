@@ -19,7 +19,8 @@ namespace corvane {
 /// Which service that is depends on who is on the session bus; see `InhibitMethod.h`. Not all listen to the
 /// login manager, and the login manager's lock keeps the display on, too, on some: so a hold is with one of
 /// them at a time. It moves when services come and go, and is taken again when they come up anew; the new
-/// one is there before the old one goes. A service that does not answer counts as absent for a while. What
+/// one is there before the old one goes. A service that does not answer counts as absent for a while, and
+/// what it held ends with its bus. What
 /// goes wrong is a line in the log, once.
 class DesktopPowerAssertions final : public PowerAssertions {
 public:

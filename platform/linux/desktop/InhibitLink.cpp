@@ -91,12 +91,19 @@ void InhibitLink::disconnect(const std::string& reason) {
     }
     tellPresence();
     follow();
-    retry_.expires_after(patience_.retry);
+    retry_.expires_after(timeToRetry());
     retry_.async_wait(lifetime_.bound([this](const std::error_code& error) {
         if (!error) {
             connect();
         }
     }));
+}
+
+/// What was granted went with the connection: a service that was only slow is to give it again soon, one that
+/// hangs is left alone more and more.
+std::chrono::milliseconds InhibitLink::timeToRetry() const {
+    const int doublings = std::min(silences_ - 1, mostRepeats);
+    return silences_ == 0 ? patience_.retry : std::min(patience_.retry, patience_.again * (1 << doublings));
 }
 
 /// Not within a handler of a proxy, which may have to be destroyed.
@@ -175,6 +182,7 @@ void InhibitLink::ask(Id id, const PowerHold& hold, const Target& target) {
     deadline_.expires_after(patience_.answers);
     deadline_.async_wait(lifetime_.bound([this, name = target.method->busName](const std::error_code& error) {
         if (!error && isAsking_) {
+            ++silences_;
             disconnect(fmt::format("{} does not answer", name));
         }
     }));
@@ -202,14 +210,23 @@ void InhibitLink::sendInhibit(Id id, const PowerHold& hold, const Target& target
         case InhibitMethod::Form::lock:
             call.withArguments("idle", application, hold.reason, "block");
             call.uponReplyInvoke([this, id, target](const sdbus::Error* error, const sdbus::UnixFd& lock) {
-                answered(id, error, {target, 0, keepToThisProcess(lock)});
+                answeredWithLock(id, error, {target, 0, keepToThisProcess(lock)});
             });
             break;
     }
 }
 
+/// A lock that there was no descriptor left for is gone.
+void InhibitLink::answeredWithLock(Id id, const sdbus::Error* error, Grant grant) {
+    const sdbus::Error noDescriptor("org.freedesktop.DBus.Error.LimitsExceeded",
+                                    "no descriptor for the lock");
+    const bool isLost = error == nullptr && !grant.lock->isOpen();
+    answered(id, isLost ? &noDescriptor : error, std::move(grant));
+}
+
 void InhibitLink::answered(Id id, const sdbus::Error* error, Grant grant) {
     isAsking_ = false;
+    silences_ = 0;
     deadline_.cancel();
     followSoon();
     if (error != nullptr) {

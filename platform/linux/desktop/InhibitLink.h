@@ -34,12 +34,13 @@ struct InhibitRoute {
 
 /// How long is waited. Tests have less time.
 struct InhibitPatience {
-    /// For a service's answer, before its bus is left: whatever it does late then holds nothing.
+    /// For a service's answer, before its bus is left: whatever it does late then holds nothing. What it gave
+    /// before ends with that too, and the bus is soon tried again.
     std::chrono::milliseconds answers = std::chrono::seconds(5);
     /// Before a bus that was left, lost or not found is tried again.
     std::chrono::milliseconds retry = std::chrono::seconds(60);
-    /// Before a service that refused is asked again, and twice as long each time after that. Services have
-    /// their names before they are ready.
+    /// Before a service that refused, or did not answer, is asked again, and twice as long each time after
+    /// that. Services have their names before they are ready.
     std::chrono::milliseconds again = std::chrono::seconds(1);
 };
 
@@ -107,6 +108,7 @@ private:
     void changeOwner(const std::string& name, const std::string& owner);
     void disconnect(const std::string& reason);
     void followSoon();
+    [[nodiscard]] std::chrono::milliseconds timeToRetry() const;
 
     [[nodiscard]] std::optional<Target> targetFor(IdleKind kind) const;
     [[nodiscard]] sdbus::IProxy& proxyFor(const Target& target);
@@ -115,6 +117,7 @@ private:
     void letGo(const Grant& grant);
     void ask(Id id, const PowerHold& hold, const Target& target);
     void sendInhibit(Id id, const PowerHold& hold, const Target& target);
+    void answeredWithLock(Id id, const sdbus::Error* error, Grant grant);
     void answered(Id id, const sdbus::Error* error, Grant grant);
     void askAgainLater();
     void askAgain();
@@ -140,6 +143,8 @@ private:
     asio::steady_timer again_;
     bool isToAskAgain_ = false;
     int repeats_ = 0;
+    /// Calls in a row that were not answered.
+    int silences_ = 0;
     Lifetime lifetime_;
     BusOwners owners_;
     // Destroyed from the last to the first: what uses the connection before it.

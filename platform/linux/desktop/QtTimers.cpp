@@ -52,7 +52,8 @@ std::unique_ptr<Timer> QtTimers::add(Instant due, Duration period, SerialQueue::
 void QtTimers::runDue() {
     std::uint64_t expiries = 0;
     [[maybe_unused]] const ssize_t size = read(alarm_.get(), &expiries, sizeof expiries);
-    // Timers that become due meanwhile wait for the next round, so that other work gets its turn.
+    // Timers that become due as time passes meanwhile wait for the next round, so that other work gets its
+    // turn.
     const Instant now = now_();
     while (!timers_.empty() && timers_.begin()->first.first <= now) {
         timers_.begin()->second->run(now);

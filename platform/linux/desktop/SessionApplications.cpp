@@ -2,36 +2,66 @@
 
 #include <utility>
 
+#include "platform/linux/desktop/BackgroundWorkers.h"
 #include "platform/linux/desktop/DesktopFiles.h"
-#include "platform/linux/desktop/ProcessApplications.h"
+#include "platform/linux/desktop/MainLoopExit.h"
 
 namespace corvane {
 
-/// Looks at the processes on a thread of its own, one time after the other. Main loop.
+/// Looks at the processes in the background, one time after the other. A look may get stuck at a process in
+/// trouble; then nothing is known of processes until it comes back. Main loop.
 class SessionApplications::Looker {
 public:
     /// `found` runs on the main loop after each look, unless the looker is gone.
-    Looker(SerialQueue& mainLoop, ProcessApplications processes, std::function<void(Identifiers)> found)
-        : mainLoop_(mainLoop), found_(std::move(found)), processes_(std::move(processes)) {}
+    Looker(SerialQueue& mainLoop, ProcessApplications processes, Look look,
+           std::function<void(Identifiers)> found)
+        : mainLoop_(mainLoop),
+          found_(std::move(found)),
+          look_(std::make_shared<const Look>(std::move(look))),
+          processes_(std::make_shared<ProcessApplications>(std::move(processes))),
+          exit_(std::make_shared<MainLoopExit>(mainLoop)) {}
+    Looker(const Looker&) = delete;
+    Looker& operator=(const Looker&) = delete;
+    ~Looker() { exit_->close(); }
 
-    /// Looks as soon as possible; once, however often it was asked to before it got to it.
+    /// Looks as soon as possible; after a look under way, which may have seen what is no more, once more.
     void lookSoon() {
-        if (std::exchange(isLooking_, true)) {
+        isOutdated_ = isLooking_;
+        if (isLooking_ || !begin()) {
             return;
         }
-        thread_.post([this, tell = lifetime_.bound([this](Identifiers found) {
-            isLooking_ = false;
-            found_(std::move(found));
-        })] { mainLoop_.async([tell, found = processes_.scan()]() mutable { tell(std::move(found)); }); });
+        isLooking_ = true;
+        patience_ = mainLoop_.after(longestLook, [this] { found_({}); });
     }
 
 private:
+    /// False when the system has no thread to spare; who asks next begins.
+    bool begin() {
+        return workers_.post([look = look_, processes = processes_, exit = exit_,
+                              tell = lifetime_.bound([this](Identifiers found) { end(std::move(found)); })] {
+            exit->toMainLoop([tell, found = (*look)(*processes)]() mutable { tell(std::move(found)); });
+        });
+    }
+
+    void end(Identifiers found) {
+        isLooking_ = false;
+        patience_.reset();
+        if (std::exchange(isOutdated_, false)) {
+            lookSoon();
+        }
+        found_(std::move(found));
+    }
+
     SerialQueue& mainLoop_;
     std::function<void(Identifiers)> found_;
     bool isLooking_ = false;
-    /// Belongs to the thread.
-    ProcessApplications processes_;
-    BusThread thread_{"processes"};
+    bool isOutdated_ = false;
+    std::shared_ptr<const Look> look_;
+    /// Belongs to the look under way.
+    std::shared_ptr<ProcessApplications> processes_;
+    std::shared_ptr<MainLoopExit> exit_;
+    BackgroundWorkers workers_;
+    std::unique_ptr<Timer> patience_;
     Lifetime lifetime_;
 };
 
@@ -41,7 +71,7 @@ SessionApplications::SessionApplications(BusThread& bus, SerialQueue& mainLoop,
       looker_(std::make_unique<Looker>(
           mainLoop,
           ProcessApplications(DesktopFiles(desktopFileFolders(environment)), std::move(sources.processes)),
-          [this](Identifiers processes) { setProcesses(std::move(processes)); })) {
+          std::move(sources.look), [this](Identifiers processes) { setProcesses(std::move(processes)); })) {
     auto publish = [&mainLoop, set = lifetime_.bound([this](std::optional<Identifiers> units) {
         setUnits(std::move(units));
     })](std::optional<Identifiers> units) {

@@ -12,23 +12,30 @@
 #include "platform/linux/desktop/ApplicationUnits.h"
 #include "platform/linux/desktop/BusThread.h"
 #include "platform/linux/desktop/EnvironmentLookup.h"
+#include "platform/linux/desktop/ProcessApplications.h"
 
 namespace corvane {
 
 /// The applications of the user's session, as the user's service manager tells and as the user's processes
 /// show. Main loop.
 ///
-/// What the manager starts and ends is announced at once. Processes are looked at on a thread of their own,
-/// each time somebody asks and after news of the manager: a process in trouble may hold up whoever looks at
-/// it, and disks are slow. So asking only copies what is known, and what a look finds out in addition is
-/// announced a moment later; who asks every few seconds knows of everything in that time. Nothing is known
-/// at the very beginning.
+/// What the manager starts and ends is announced at once. Processes are looked at in the background, each
+/// time somebody asks and after news of the manager: a process in trouble may hold up whoever looks at it,
+/// and disks are slow. So asking only copies what is known, and what a look finds out in addition is
+/// announced a moment later; who asks every few seconds knows of everything in that time. Nothing is known at
+/// the very beginning, nor of processes while a look takes longer than `longestLook`.
 class SessionApplications final : public RunningApplications {
 public:
+    static constexpr Duration longestLook = std::chrono::seconds(10);
+
+    /// What a look at the processes does, in the background, for as long as it takes.
+    using Look = std::function<Identifiers(ProcessApplications& processes)>;
+
     /// Where the applications are looked for.
     struct Sources {
         std::string processes = "/proc";
         UserManagerPatience patience = {};
+        Look look = [](ProcessApplications& processes) { return processes.scan(); };
     };
 
     /// `bus` and `mainLoop` outlive the applications; the environment is looked into now.
@@ -36,7 +43,6 @@ public:
                         Sources sources);
     SessionApplications(BusThread& bus, SerialQueue& mainLoop, const EnvironmentLookup& environment)
         : SessionApplications(bus, mainLoop, environment, Sources()) {}
-    /// Waits for a look that is under way.
     ~SessionApplications() override;
 
     [[nodiscard]] Identifiers identifiers() const override;

@@ -65,7 +65,6 @@ void UDisksClient::answered(sdbus::MethodReply& reply, const sdbus::Error* error
     try {
         if (error == nullptr) {
             volumes = volumesOf(readUDisksObjects(reply));
-            refreshAfter(patience_.news);
         }
     } catch (const sdbus::Error&) {
         // Nonsense: nothing is known.
@@ -73,6 +72,8 @@ void UDisksClient::answered(sdbus::MethodReply& reply, const sdbus::Error* error
     publish_(std::move(volumes));
     if (isOutdated_) {
         refresh();
+    } else {
+        refreshAfter(patience_.news);
     }
 }
 
@@ -90,11 +91,11 @@ void UDisksClient::giveUpAfter(std::chrono::milliseconds time) {
     timer_.async_wait(lifetime_.bound([this](const std::error_code& error) {
         if (!error) {
             forget();
+            refreshAfter(patience_.news);
         }
     }));
 }
 
-/// Until there is news.
 void UDisksClient::forget() {
     timer_.cancel();
     question_.cancel();

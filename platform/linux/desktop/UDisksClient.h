@@ -21,7 +21,7 @@ namespace corvane {
 struct UDisksPatience {
     /// For its answer.
     std::chrono::milliseconds answer = std::chrono::seconds(5);
-    /// For news, before it is asked without: a UDisks that hangs has none.
+    /// For news, before it is asked without: a UDisks that hangs, or hung when it was asked, has none.
     std::chrono::milliseconds news = std::chrono::minutes(5);
 };
 

@@ -26,29 +26,6 @@ private:
     std::optional<UDisksClient::Volumes> volumes_;
 };
 
-/// The way from a touch, however late it ends, to the main loop. Any thread.
-class UDisksVolumes::Exit {
-public:
-    explicit Exit(SerialQueue& mainLoop) : mainLoop_(&mainLoop) {}
-
-    /// Nobody goes out any more: the main loop need not last.
-    void close() {
-        const std::lock_guard lock(mutex_);
-        mainLoop_ = nullptr;
-    }
-
-    void toMainLoop(const SerialQueue::Work& work) {
-        const std::lock_guard lock(mutex_);
-        if (mainLoop_ != nullptr) {
-            mainLoop_->async(work);
-        }
-    }
-
-private:
-    std::mutex mutex_;
-    SerialQueue* mainLoop_;
-};
-
 UDisksVolumes::UDisksVolumes(BusThread& bus, SerialQueue& mainLoop, std::string mountTable, List list,
                              UDisksPatience patience)
     : bus_(bus),
@@ -59,7 +36,7 @@ UDisksVolumes::UDisksVolumes(BusThread& bus, SerialQueue& mainLoop, std::string 
                                              [known = known_](std::optional<UDisksClient::Volumes> volumes) {
                                                  known->set(std::move(volumes));
                                              })),
-      exit_(std::make_shared<Exit>(mainLoop)) {
+      exit_(std::make_shared<MainLoopExit>(mainLoop)) {
     bus_.post([client = client_] { client->start(); });
 }
 
@@ -82,6 +59,8 @@ bool UDisksVolumes::isMounted(const std::string& path) const {
 void UDisksVolumes::touch(const std::string& path, std::function<void()> done) {
     if (touches_.size() < maxTouches && (touches_.contains(path) || begin(path))) {
         touches_.emplace(path, std::move(done));
+    } else {
+        exit_->toMainLoop(lifetime_.bound(std::move(done)));
     }
 }
 

@@ -13,6 +13,7 @@
 #include "platform/linux/desktop/BackgroundWorkers.h"
 #include "platform/linux/desktop/BusThread.h"
 #include "platform/linux/desktop/DirectoryListing.h"
+#include "platform/linux/desktop/MainLoopExit.h"
 #include "platform/linux/desktop/UDisksClient.h"
 
 namespace corvane {
@@ -22,7 +23,7 @@ namespace corvane {
 ///
 /// UDisks is followed on the bus thread, and asking here only copies what is known of it. A drive is touched
 /// on a thread that may be stuck for ever, once at a time: further touches join the one under way. Beyond
-/// `maxTouches` under way or waiting they are dropped.
+/// `maxTouches` under way or waiting, and when the system has no thread to spare, a touch is over at once.
 class UDisksVolumes final : public Volumes {
 public:
     static constexpr std::size_t maxTouches = BackgroundWorkers::maxWaiting;
@@ -42,7 +43,6 @@ public:
 
 private:
     class Known;
-    class Exit;
     using Touches = std::multimap<std::string, std::function<void()>>;
 
     [[nodiscard]] bool begin(const std::string& path);
@@ -56,7 +56,7 @@ private:
     std::shared_ptr<UDisksClient> client_;
     /// What runs after the touches under way, by path.
     Touches touches_;
-    std::shared_ptr<Exit> exit_;
+    std::shared_ptr<MainLoopExit> exit_;
     BackgroundWorkers workers_;
     Lifetime lifetime_;
 };

@@ -249,7 +249,7 @@ TEST_F(DesktopPowerAssertionsTest, AskAServiceThatGoesOnRefusingAFewTimesAndNoMo
 
 TEST_F(DesktopPowerAssertionsTest, GoToTheLoginManagerWhenTheSessionsServiceDoesNotAnswer) {
     FakeInhibitor gnome(sessionBus->address(), FakeInhibitor::sessionManager, Manner::later);
-    begin({.answers = 50ms, .retry = 50ms});
+    begin({.answers = 50ms, .retry = testPatience, .again = 20ms});
     create(systemSleep, "no sleep");
     EXPECT_TRUE(locksBecome({"idle|Corvane|no sleep|block"}));
     EXPECT_EQ(log.count("org.gnome.SessionManager does not answer"), 1U);

@@ -131,6 +131,7 @@ TEST_F(UDisksVolumesTest, ComeFromTheKernelWhenUDisksHangs) {
     udisks->setHanging(true);
     EXPECT_TRUE(becomes(fromKernel)) << "it is found out without news";
     udisks->setHanging(false);
+    EXPECT_TRUE(becomes(fromUDisks)) << "and so is its return";
     udisks->change("block_devices/sda1", "Block", "IdLabel", sdbus::Variant(std::string("Work")));
     EXPECT_TRUE(becomes({{"/media/anna/Drive", "Work", false, true}}));
 }
@@ -252,10 +253,13 @@ TEST_F(StuckDrivesTest, AreWaitedForByOnlySoMany) {
     for (std::size_t i = 0; i < 2 * UDisksVolumes::maxTouches; ++i) {
         touch("stuck");
     }
+    ASSERT_TRUE(done.waitFor(UDisksVolumes::maxTouches)) << "the others are over at once";
+    mainLoop.sync([] {});
+    EXPECT_EQ(done.size(), UDisksVolumes::maxTouches);
     drives->goOn.set_value();
-    ASSERT_TRUE(done.waitFor(UDisksVolumes::maxTouches));
+    ASSERT_TRUE(done.waitFor(2 * UDisksVolumes::maxTouches));
     touch("fine");
-    ASSERT_TRUE(done.waitFor(UDisksVolumes::maxTouches + 1));
+    ASSERT_TRUE(done.waitFor(2 * UDisksVolumes::maxTouches + 1));
     EXPECT_EQ(done.all().back(), "fine");
 }
 
