@@ -35,7 +35,7 @@ public:
     struct Sources {
         std::string processes = "/proc";
         UserManagerPatience patience = {};
-        Look look = [](ProcessApplications& processes) { return processes.scan(); };
+        Look look = [](ProcessApplications& found) { return found.scan(); };
     };
 
     /// `bus` and `mainLoop` outlive the applications; the environment is looked into now.
