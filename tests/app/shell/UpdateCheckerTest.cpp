@@ -183,9 +183,10 @@ TEST_F(UpdateCheckerTest, OpensTheHomePageWithoutADownload) {
 }
 
 TEST_F(UpdateCheckerTest, OffersButNeverOpensWhatIsNotHttps) {
-    for (const char* url : {"http://corvane.example/get", "file:///bin/sh", "javascript:alert(1)", "https://anybody@corvane.example/get",
-                            "data:text/html,x", "ftp://corvane.example/get", "//corvane.example/get", "get",
-                            "https:get", "https:///get", "https://"}) {
+    for (const char* url :
+         {"http://corvane.example/get", "file:///bin/sh", "javascript:alert(1)",
+          "https://anybody@corvane.example/get", "data:text/html,x", "ftp://corvane.example/get",
+          "//corvane.example/get", "get", "https:get", "https:///get", "https://"}) {
         check(std::string(R"({"shortVersion":"2.0","url":")") + url + R"("})");
         EXPECT_EQ(latest(), "2.0");
         EXPECT_EQ(openedByDownload(), Addresses{homePage}) << url;
