@@ -1,38 +1,9 @@
-#include <cstdlib>
-#include <new>
-
 #include <gmock/gmock.h>
 
 #include "platform/linux/hwmon/MakeHwmonSmc.h"
 #include "tests/platform/linux/hwmon/HwmonRig.h"
 #include "tests/platform/linux/hwmon/TreeOnDisk.h"
-
-namespace {
-
-std::size_t allocations = 0;
-
-}  // namespace
-
-void* operator new(std::size_t size) {
-    ++allocations;
-    if (void* memory = std::malloc(size)) {
-        return memory;
-    }
-    throw std::bad_alloc();
-}
-
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
-    ++allocations;
-    return std::malloc(size);
-}
-
-void operator delete(void* memory) noexcept {
-    std::free(memory);
-}
-
-void operator delete(void* memory, std::size_t) noexcept {
-    std::free(memory);
-}
+#include "tests/platform/simulated/AllocationCount.h"
 
 namespace corvane {
 namespace {
@@ -46,20 +17,20 @@ TEST(HwmonConnection, AllocatesNothingWhileFansAreHeld) {
     ASSERT_EQ(smc.open(), 0);
     ASSERT_EQ(smc.writeUi8("F0Md", 1), SmcResult::success);
 
-    const std::size_t before = allocations;
+    const std::size_t before = allocationCount();
     const bool isHeld = smc.writeUi8("F0Md", 1) == SmcResult::success;
     const bool isDriven = smc.writeFlt("F0Tg", 2000.0F) == SmcResult::success;
     const std::optional<float> temperature = smc.flt("Tp00");
     const std::optional<float> speed = smc.flt("F0Ac");
     const std::optional<int> mode = smc.ui8("F0Md");
-    EXPECT_EQ(allocations, before);
+    EXPECT_EQ(allocationCount(), before);
 
     EXPECT_TRUE(isHeld);
     EXPECT_TRUE(isDriven);
     EXPECT_THAT(temperature, Optional(45.0F));
     EXPECT_THAT(speed, Optional(710.0F));
     EXPECT_THAT(mode, Optional(1));
-    EXPECT_GT(allocations, 0U) << "they are counted";
+    EXPECT_GT(allocationCount(), 0U) << "they are counted";
 }
 
 }  // namespace
