@@ -98,6 +98,8 @@ private:
              manager_.toggle(SleepAssertions::kindFromRawValue(to.at(0)).value());
          }},
         {"reset", [this](const Arguments&) { manager_.resetAll(); }},
+        // The helper's lock alone, without the mode that goes with it.
+        {"lid-lock", [this](const Arguments& to) { fan_.setLidStayAwake(isOn(to)); }},
         {"lid", [this](const Arguments& to) { manager_.lid().setEnabled(isOn(to)); }},
         {"automation", [this](const Arguments& to) { manager_.triggers().setAutomationEnabled(isOn(to)); }},
         // ID NAME

@@ -27,7 +27,7 @@ wait_until 12 "the fan is released again" fan_is_in hwmon0 5
 expect_between "milliseconds until the application let go" $(($(now) - started)) 2500 9000
 wait_until 3 "the lid is released, too" has_no_lid_lock
 
-tell lid on
+tell lid-lock on
 wait_until 3 "the application's own lid lock is there" has_lid_lock
 call setFanFloorWithPercentWithReply d 80 >/dev/null
 wait_until 12 "the fan is released again" fan_is_in hwmon0 5

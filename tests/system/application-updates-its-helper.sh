@@ -44,6 +44,6 @@ quit_application
 
 start_application "$prefix" as_operator
 tell install
-wait_until 20 "a prompt that nobody answers fails the installation" grep --quiet "^statusMessage Fehler: " "$application_output"
+wait_until 20 "a prompt that nobody answers fails the installation" grep --quiet "^fan.statusMessage Fehler: " "$application_output"
 shows fan.helperInstalled true || fail "a failed installation lost the helper"
 quit_application
