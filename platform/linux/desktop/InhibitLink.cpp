@@ -162,23 +162,35 @@ void InhibitLink::letGoOfUnwanted() {
     });
 }
 
-/// A descriptor is closed by whoever destroys the grant. One who is gone need not be told.
+void InhibitLink::giveBack(sdbus::IProxy& proxy, const Grant& grant) {
+    const InhibitMethod& method = *grant.target.method;
+    proxy.callMethod(method.release)
+        .onInterface(method.interface)
+        .withArguments(grant.number)
+        .dontExpectReply();
+}
+
+/// A descriptor or a connection is closed by whoever destroys the grant. One who is gone need not be told.
 void InhibitLink::letGo(const Grant& grant) {
     const InhibitMethod& method = *grant.target.method;
+    if (grant.connection) {
+        const auto own = sdbus::createProxy(*grant.connection, grant.target.owner, method.objectPath);
+        pump_->send([&] { giveBack(*own, grant); });
+        return;
+    }
     const auto proxy = proxies_.find({grant.target.owner, method.objectPath});
     if (method.release == nullptr || proxy == proxies_.end()) {
         return;
     }
-    pump_->send([&] {
-        proxy->second->callMethod(method.release)
-            .onInterface(method.interface)
-            .withArguments(grant.number)
-            .dontExpectReply();
-    });
+    pump_->send([&] { giveBack(*proxy->second, grant); });
 }
 
 void InhibitLink::ask(Id id, const PowerHold& hold, const Target& target) {
     isAsking_ = true;
+    if (target.method->form == InhibitMethod::Form::reason) {
+        inhibitOverOwnConnection(id, hold, target);
+        return;
+    }
     deadline_.expires_after(patience_.answers);
     deadline_.async_wait(lifetime_.bound([this, name = target.method->busName](const std::error_code& error) {
         if (!error && isAsking_) {
@@ -196,7 +208,7 @@ void InhibitLink::sendInhibit(Id id, const PowerHold& hold, const Target& target
     auto call = proxyFor(target).callMethodAsync(member);
     call.onInterface(method.interface);
     const auto takeNumber = [this, id, target](const sdbus::Error* error, std::uint32_t number) {
-        answered(id, error, {target, number, {}});
+        answered(id, error, {target, number, {}, {}});
     };
     switch (method.form) {
         case InhibitMethod::Form::flags:
@@ -204,15 +216,33 @@ void InhibitLink::sendInhibit(Id id, const PowerHold& hold, const Target& target
             call.uponReplyInvoke(takeNumber);
             break;
         case InhibitMethod::Form::reason:
-            call.withArguments(application, hold.reason);
-            call.uponReplyInvoke(takeNumber);
             break;
         case InhibitMethod::Form::lock:
             call.withArguments("idle", application, hold.reason, "block");
             call.uponReplyInvoke([this, id, target](const sdbus::Error* error, const sdbus::UnixFd& lock) {
-                answeredWithLock(id, error, {target, 0, keepToThisProcess(lock)});
+                answeredWithLock(id, error, {target, 0, keepToThisProcess(lock), {}});
             });
             break;
+    }
+}
+
+/// XFCE's power manager forgets one hold of a connection that ends, and keeps the others for ever: each gets
+/// a connection of its own, whose end lets go of it. Waits for the service, at most as long as for any
+/// answer.
+void InhibitLink::inhibitOverOwnConnection(Id id, const PowerHold& hold, const Target& target) {
+    const InhibitMethod& method = *target.method;
+    try {
+        const std::shared_ptr<sdbus::IConnection> own = route_.bus.connect();
+        own->setMethodCallTimeout(patience_.answers);
+        std::uint32_t number = 0;
+        sdbus::createProxy(*own, target.owner, method.objectPath)
+            ->callMethod("Inhibit")
+            .onInterface(method.interface)
+            .withArguments(application, hold.reason)
+            .storeResultsTo(number);
+        answered(id, nullptr, {target, number, {}, own});
+    } catch (const sdbus::Error& error) {
+        answered(id, &error, {target, 0, {}, {}});
     }
 }
 

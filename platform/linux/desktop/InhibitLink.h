@@ -94,6 +94,8 @@ private:
         Target target;
         std::uint32_t number = 0;
         std::shared_ptr<const FileDescriptor> lock;
+        /// What it was taken over, if not over the link's connection.
+        std::shared_ptr<sdbus::IConnection> connection;
     };
     struct Kept {
         /// Whom it was last asked of, successfully or not.
@@ -115,8 +117,10 @@ private:
     void forgetFormerOwners();
     void letGoOfUnwanted();
     void letGo(const Grant& grant);
+    static void giveBack(sdbus::IProxy& proxy, const Grant& grant);
     void ask(Id id, const PowerHold& hold, const Target& target);
     void sendInhibit(Id id, const PowerHold& hold, const Target& target);
+    void inhibitOverOwnConnection(Id id, const PowerHold& hold, const Target& target);
     void answeredWithLock(Id id, const sdbus::Error* error, Grant grant);
     void answered(Id id, const sdbus::Error* error, Grant grant);
     void askAgainLater();
