@@ -6,6 +6,7 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -70,6 +71,16 @@ public:
     [[nodiscard]] std::vector<std::string> held() const {
         const std::lock_guard lock(mutex_);
         return heldNow();
+    }
+
+    /// Who holds something now, by unique name.
+    [[nodiscard]] std::set<std::string> callers() const {
+        const std::lock_guard lock(mutex_);
+        std::set<std::string> callers;
+        for (const auto& [number, held] : held_) {
+            callers.insert(held.caller);
+        }
+        return callers;
     }
 
     /// Whether exactly that is held, sooner or later.

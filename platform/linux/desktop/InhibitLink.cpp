@@ -207,22 +207,16 @@ void InhibitLink::sendInhibit(Id id, const PowerHold& hold, const Target& target
     const std::string member = "Inhibit";
     auto call = proxyFor(target).callMethodAsync(member);
     call.onInterface(method.interface);
-    const auto takeNumber = [this, id, target](const sdbus::Error* error, std::uint32_t number) {
-        answered(id, error, {target, number, {}, {}});
-    };
-    switch (method.form) {
-        case InhibitMethod::Form::flags:
-            call.withArguments(applicationId, noWindow, hold.reason, method.flags);
-            call.uponReplyInvoke(takeNumber);
-            break;
-        case InhibitMethod::Form::reason:
-            break;
-        case InhibitMethod::Form::lock:
-            call.withArguments("idle", application, hold.reason, "block");
-            call.uponReplyInvoke([this, id, target](const sdbus::Error* error, const sdbus::UnixFd& lock) {
-                answeredWithLock(id, error, {target, 0, keepToThisProcess(lock), {}});
-            });
-            break;
+    if (method.form == InhibitMethod::Form::lock) {
+        call.withArguments("idle", application, hold.reason, "block");
+        call.uponReplyInvoke([this, id, target](const sdbus::Error* error, const sdbus::UnixFd& lock) {
+            answeredWithLock(id, error, {target, 0, keepToThisProcess(lock), {}});
+        });
+    } else {
+        call.withArguments(applicationId, noWindow, hold.reason, method.flags);
+        call.uponReplyInvoke([this, id, target](const sdbus::Error* error, std::uint32_t number) {
+            answered(id, error, {target, number, {}, {}});
+        });
     }
 }
 

@@ -48,7 +48,9 @@ struct InhibitPatience {
 /// that runs `context`, but for `wanted`.
 ///
 /// It asks for one hold at a time and looks afterwards at what is wanted by then. So a slow service is not
-/// flooded, and a hold that is no longer wanted when its answer comes is let go.
+/// flooded, and a hold that is no longer wanted when its answer comes is let go. A service that takes no more
+/// than a reason gets a connection for each hold, and its answer is waited for on the thread; there, silence
+/// counts as a refusal and costs nothing that is held.
 class InhibitLink {
 public:
     using Id = PowerAssertions::Id;

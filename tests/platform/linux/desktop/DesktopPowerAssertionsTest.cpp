@@ -148,6 +148,19 @@ TEST_F(DesktopPowerAssertionsTest, AreThePowerManagersUnderXfce) {
     EXPECT_TRUE(xfce.comesToHold({"Corvane|no sleep", "Corvane|no dark"}));
 }
 
+TEST_F(DesktopPowerAssertionsTest, OfAPowerManagerHaveAConnectionEachWhichEndsWithThem) {
+    const FakeInhibitor xfce(sessionBus->address(), FakeInhibitor::powerManagement);
+    begin();
+    const auto one = create(systemSleep, "one");
+    create(displaySleep, "two");
+    ASSERT_TRUE(xfce.comesToHold({"Corvane|one", "Corvane|two"}));
+    EXPECT_EQ(xfce.callers().size(), 2U) << "not all forget every hold of a connection that ends";
+    release(one);
+    EXPECT_TRUE(xfce.comesToHold({"Corvane|two"}));
+    end();
+    EXPECT_TRUE(xfce.comesToHold({}));
+}
+
 TEST_F(DesktopPowerAssertionsTest, AreTheLoginManagersOtherwise) {
     begin();
     const auto system = create(systemSleep, "no sleep");
