@@ -69,12 +69,14 @@ struct Looks {
     Identifiers look(ProcessApplications& processes) {
         begun.add(0);
         if (isStuck) {
+            gotStuck();
             goOn.get_future().wait();
         }
         return processes.scan();
     }
 
     std::atomic<bool> isStuck = false;
+    std::function<void()> gotStuck = [] {};
     std::promise<void> goOn;
     Notes<int> begun;
 };
@@ -94,6 +96,20 @@ protected:
         observation.reset();
         applications.reset();
         manager.reset();
+    }
+
+    /// What follows each announcement may be a look under way, which ends before one gets stuck.
+    void waitUntilALookIsStuck() {
+        std::atomic<bool> isStuck = false;
+        looks->gotStuck = [&] {
+            isStuck = true;
+            mainLoop.async([] {});
+        };
+        looks->isStuck = true;
+        static_cast<void>(applications->identifiers());
+        while (!isStuck) {
+            ASSERT_TRUE(mainLoop.run());
+        }
     }
 
     void start() {
@@ -212,10 +228,7 @@ TEST_F(SessionApplicationsTest, AreTheManagersAloneWhileALookIsStuck) {
     run("tool");
     start();
     ASSERT_TRUE(announces({"one", "tool"}));
-    const std::size_t before = looks->begun.size();
-    looks->isStuck = true;
-    static_cast<void>(applications->identifiers());
-    ASSERT_TRUE(looks->begun.waitFor(before + 1));
+    waitUntilALookIsStuck();
     EXPECT_EQ(applications->identifiers(), (Identifiers{"one", "tool"})) << "a look may take its time";
     mainLoop.losePatience();
     EXPECT_EQ(announced.back(), Identifiers{"one"}) << "the tool may have ended long ago";
