@@ -1,11 +1,12 @@
 #include "app/awake/DriveManager.h"
 
 #include <QCollator>
-#include <QLocale>
 #include <algorithm>
 #include <cstdint>
 #include <limits>
 #include <utility>
+
+#include "app/shell/Collator.h"
 
 namespace corvane {
 
@@ -25,15 +26,6 @@ DriveItem itemOf(const Volume& volume) {
         item.name = item.path.section('/', -1, -1, QString::SectionSkipEmpty);
     }
     return item;
-}
-
-QCollator collatorOf(const Locale& locale) {
-    const std::vector<std::string> preferred = locale.preferredLanguages();
-    const QLocale language(preferred.empty() ? QString() : QString::fromStdString(preferred.front()));
-    // "C" stands for a language that Qt does not know, too; it has an order of bytes only.
-    QCollator collator(language.language() == QLocale::C ? QLocale(QLocale::English) : language);
-    collator.setCaseSensitivity(Qt::CaseInsensitive);
-    return collator;
 }
 
 int storedInterval(const UserDefaults& defaults) {
@@ -93,7 +85,7 @@ QList<DriveItem> DriveManager::availableDrives() const {
             items.append(itemOf(volume));
         }
     }
-    const QCollator collator = collatorOf(locale_);
+    const QCollator collator = userCollator(locale_);
     std::stable_sort(items.begin(), items.end(), [&](const DriveItem& left, const DriveItem& right) {
         return collator.compare(left.name, right.name) < 0;
     });
