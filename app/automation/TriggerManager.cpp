@@ -64,6 +64,10 @@ void TriggerManager::addApp(const TriggerApp& app) {
     }
 }
 
+void TriggerManager::addApp(const QString& bundleID, const QString& name) {
+    addApp({.bundleID = bundleID, .name = name, .cooling = std::nullopt});
+}
+
 void TriggerManager::removeApp(const TriggerApp& app) {
     QList<TriggerApp> apps = apps_;
     apps.removeIf([&](const TriggerApp& known) { return known.bundleID == app.bundleID; });
@@ -78,6 +82,13 @@ void TriggerManager::setCooling(std::optional<ProfileKind> cooling, const Trigge
     if (known != apps.end()) {
         known->cooling = cooling;
         changeApps(std::move(apps));
+    }
+}
+
+void TriggerManager::setCooling(const TriggerApp& app, const QString& cooling) {
+    const auto kind = CoolingProfile::fromRawValue(cooling.toStdString());
+    if (kind || cooling.isEmpty()) {
+        setCooling(kind, app);
     }
 }
 

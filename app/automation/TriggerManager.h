@@ -103,10 +103,14 @@ public:
 
     /// Passed over when there is a rule of this application already.
     void addApp(const TriggerApp& app);
+    /// The same, of a rule that asks for no cooling.
+    Q_INVOKABLE void addApp(const QString& bundleID, const QString& name);
     /// Removes every rule of this application.
-    void removeApp(const TriggerApp& app);
+    Q_INVOKABLE void removeApp(const corvane::TriggerApp& app);
     /// Gives the first rule of this application another cooling, or none. Passed over without such a rule.
     void setCooling(std::optional<ProfileKind> cooling, const TriggerApp& app);
+    /// The same, by the profile's raw value, empty for none; any other text is ignored.
+    Q_INVOKABLE void setCooling(const corvane::TriggerApp& app, const QString& cooling);
 
     /// Looks at the rules now.
     void evaluate();

@@ -65,9 +65,9 @@ public:
     void setIntervalSeconds(int seconds);
 
     /// Passed over when a drive of this path is chosen already.
-    void add(const DriveItem& drive);
+    Q_INVOKABLE void add(const corvane::DriveItem& drive);
     /// Removes what has this path.
-    void remove(const DriveItem& drive);
+    Q_INVOKABLE void remove(const corvane::DriveItem& drive);
 
     /// The external volumes there are now, by name in the order of the user's language.
     [[nodiscard]] QList<DriveItem> availableDrives() const;

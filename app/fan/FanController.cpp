@@ -20,6 +20,7 @@ FanController::FanController(const FanControllerServices& services)
       notifier_(services.notifier),
       lang_(services.lang),
       log_(services.log) {
+    announceCountdowns();
     now_ = mainLoop_.bootTime();
     thermalState_ = thermalMonitor_.state();
     helperInstalled_ = installer_.isInstalled();
@@ -33,6 +34,13 @@ FanController::FanController(const FanControllerServices& services)
 }
 
 FanController::~FanController() = default;
+
+void FanController::announceCountdowns() {
+    connect(this, &FanController::nowChanged, this, &FanController::countdownChanged);
+    connect(this, &FanController::boostExpiresAtChanged, this, &FanController::countdownChanged);
+    connect(this, &FanController::spinUpUntilChanged, this, &FanController::countdownChanged);
+    connect(this, &FanController::spinningUpChanged, this, &FanController::countdownChanged);
+}
 
 void FanController::restoreChoices() {
     if (const auto text = defaults_.get<std::string>(FanSettings::coolingMode)) {

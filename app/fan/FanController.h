@@ -59,28 +59,28 @@ class FanController final : public QObject {
     Q_PROPERTY(QVariant cpuTempSmoothed READ cpuTempSmoothedVariant NOTIFY cpuTempSmoothedChanged)
     Q_PROPERTY(QVariant gpuTemp READ gpuTempVariant NOTIFY gpuTempChanged)
     Q_PROPERTY(QVariant gpuTempSmoothed READ gpuTempSmoothedVariant NOTIFY gpuTempSmoothedChanged)
-    Q_PROPERTY(corvane::ThermalState thermalState READ thermalState NOTIFY thermalStateChanged)
     Q_PROPERTY(QList<double> tempTrend READ tempTrend NOTIFY tempTrendChanged)
-    Q_PROPERTY(
-        corvane::CoolingMode coolingMode READ coolingMode WRITE setCoolingMode NOTIFY coolingModeChanged)
+    /// "manual" or "auto"; any other text is ignored.
+    Q_PROPERTY(QString coolingMode READ coolingModeText WRITE setCoolingModeText NOTIFY coolingModeChanged)
     Q_PROPERTY(bool fansEnabled READ fansEnabled WRITE setFansEnabled NOTIFY fansEnabledChanged)
     Q_PROPERTY(double manualPercent READ manualPercent NOTIFY manualPercentChanged)
-    Q_PROPERTY(corvane::CoolingProfile::Kind coolingProfile READ coolingProfile WRITE setCoolingProfile NOTIFY
+    /// A profile's raw value; any other text is ignored.
+    Q_PROPERTY(QString coolingProfile READ coolingProfileText WRITE setCoolingProfileText NOTIFY
                    coolingProfileChanged)
     Q_PROPERTY(bool autoActive READ autoActive NOTIFY autoActiveChanged)
     Q_PROPERTY(bool autoEngaged READ autoEngaged NOTIFY autoEngagedChanged)
     Q_PROPERTY(double autoFloor READ autoFloor NOTIFY autoFloorChanged)
-    Q_PROPERTY(std::optional<corvane::CoolingProfile::Kind> triggerProfile READ triggerProfile NOTIFY
-                   triggerProfileChanged)
+    /// A profile's raw value; empty for none.
+    Q_PROPERTY(QString triggerProfile READ triggerProfileText NOTIFY triggerProfileChanged)
     Q_PROPERTY(bool helperInstalled READ helperInstalled NOTIFY helperInstalledChanged)
     Q_PROPERTY(bool helperNeedsUpdate READ helperNeedsUpdate NOTIFY helperNeedsUpdateChanged)
     Q_PROPERTY(QString statusMessage READ statusMessage NOTIFY statusMessageChanged)
     Q_PROPERTY(double boostDuration READ boostDuration WRITE setBoostDuration NOTIFY boostDurationChanged)
-    Q_PROPERTY(
-        std::optional<corvane::BootTime> boostExpiresAt READ boostExpiresAt NOTIFY boostExpiresAtChanged)
-    Q_PROPERTY(corvane::BootTime now READ now NOTIFY nowChanged)
-    Q_PROPERTY(std::optional<corvane::BootTime> spinUpUntil READ spinUpUntil NOTIFY spinUpUntilChanged)
+    /// Empty for none.
+    Q_PROPERTY(QString boostRemainingText READ boostRemainingLine NOTIFY countdownChanged)
     Q_PROPERTY(bool spinningUp READ spinningUp NOTIFY spinningUpChanged)
+    /// An int; invalid for none.
+    Q_PROPERTY(QVariant spinUpRemaining READ spinUpRemainingVariant NOTIFY countdownChanged)
 
 public:
     using ProfileKind = CoolingProfile::Kind;
@@ -170,6 +170,9 @@ public:
     /// an hour. Without a duration a boost that is held keeps its time and a new one takes `boostDuration`.
     /// False when there was nobody to ask.
     bool applyBoost(std::optional<double> duration, bool isAutomatic);
+    /// Chooses how long boosts are, in seconds, and begins one of the user's: of the floor that is held, or
+    /// else of the manual one, which is never 0.
+    void boostFor(double seconds);
 
     // What the automation and the closed-lid mode ask for.
 
@@ -189,9 +192,9 @@ public:
     void resumeAfterSuspend();
 
     /// Asks the helper for its status now.
-    void refresh();
+    Q_INVOKABLE void refresh();
     /// Installs the helper or its update; the outcome shows in `statusMessage`. One at a time.
-    void installHelper();
+    Q_INVOKABLE void installHelper();
 
 Q_SIGNALS:
     void fansChanged();
@@ -221,19 +224,30 @@ Q_SIGNALS:
     void nowChanged();
     void spinUpUntilChanged();
     void spinningUpChanged();
+    /// What is left of a boost or a spin-up may have changed.
+    void countdownChanged();
 
 private:
     static constexpr double defaultBoostSeconds = 600;
 
-    static QVariant variant(const std::optional<double>& value) {
+    template <typename Value>
+    static QVariant variant(const std::optional<Value>& value) {
         return value ? QVariant(*value) : QVariant();
     }
-    [[nodiscard]] QVariant cpuTempVariant() const { return variant(cpuTemp_); }
-    [[nodiscard]] QVariant cpuTempSmoothedVariant() const { return variant(cpuTempSmoothed_); }
-    [[nodiscard]] QVariant gpuTempVariant() const { return variant(gpuTemp_); }
-    [[nodiscard]] QVariant gpuTempSmoothedVariant() const { return variant(gpuTempSmoothed_); }
+    [[nodiscard]] QVariant cpuTempVariant() const { return variant(cpuTemp()); }
+    [[nodiscard]] QVariant cpuTempSmoothedVariant() const { return variant(cpuTempSmoothed()); }
+    [[nodiscard]] QVariant gpuTempVariant() const { return variant(gpuTemp()); }
+    [[nodiscard]] QVariant gpuTempSmoothedVariant() const { return variant(gpuTempSmoothed()); }
+    [[nodiscard]] QVariant spinUpRemainingVariant() const { return variant(spinUpRemaining()); }
+    [[nodiscard]] QString boostRemainingLine() const;
+    [[nodiscard]] QString coolingModeText() const;
+    void setCoolingModeText(const QString& text);
+    [[nodiscard]] QString coolingProfileText() const;
+    void setCoolingProfileText(const QString& text);
+    [[nodiscard]] QString triggerProfileText() const;
 
     // Connection and poll (FanController.cpp)
+    void announceCountdowns();
     void restoreChoices();
     void connectIfNeeded();
     void dropConnection();

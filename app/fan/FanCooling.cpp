@@ -91,6 +91,14 @@ bool FanController::applyBoost(std::optional<double> duration, bool isAutomatic)
     return true;
 }
 
+void FanController::boostFor(double seconds) {
+    setBoostDuration(seconds);
+    if (targetPercent_ <= 0) {
+        targetPercent_ = manualPercent_.value();
+    }
+    applyBoost(seconds, false);
+}
+
 void FanController::beginSpinUp() {
     const BootTime start = mainLoop_.bootTime();
     spinUpUntil_ = start + spinUpCountdown;

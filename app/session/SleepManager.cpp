@@ -118,6 +118,12 @@ void SleepManager::toggle(Kind kind) {
     recomputeExpiryAfterChange();
 }
 
+void SleepManager::toggle(const QString& kind) {
+    if (const auto known = SleepAssertions::kindFromRawValue(kind.toStdString())) {
+        toggle(*known);
+    }
+}
+
 void SleepManager::recomputeExpiryAfterChange() {
     if (activeKinds().empty()) {
         cancelExpiry();

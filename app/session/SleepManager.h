@@ -119,6 +119,8 @@ public:
     void apply(const Kinds& kinds, std::optional<WallTime> until);
     /// Takes the kind, or lets go of it. A session that gets its first end by this lasts a day at most.
     void toggle(Kind kind);
+    /// The same by the kind's raw value; any other text is ignored.
+    Q_INVOKABLE void toggle(const QString& kind);
     /// Ends the session, without a word.
     void stopSession();
     /// The session ends then, with a notification; half a second from now at the earliest. Asks for the
@@ -128,7 +130,7 @@ public:
     void cancelExpiry();
     /// Stops all that the application keeps going: the session, the closed-lid mode, the fans, the
     /// automation.
-    void resetAll();
+    Q_INVOKABLE void resetAll();
 
 Q_SIGNALS:
     void activeKindsChanged();

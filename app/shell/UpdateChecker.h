@@ -64,7 +64,7 @@ public:
     void check();
 
     /// Opens the download, or else the home page; nothing that is not https.
-    void openDownload();
+    Q_INVOKABLE void openDownload();
 
 Q_SIGNALS:
     void latestVersionChanged();
