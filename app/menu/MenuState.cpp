@@ -78,6 +78,7 @@ void MenuState::panelAppeared() {
     syncExpansion();
     refreshTimer_ = services_.mainLoop.every(refreshPeriod, refreshPeriod, [this] {
         refreshPower();
+        refreshDrives();
         refreshDriveRows();
     });
 }
