@@ -1,0 +1,52 @@
+import QtQuick
+import QtQuick.Layouts
+
+// A floor that follows the temperature.
+ColumnLayout {
+    id: controls
+
+    required property FanController fan
+    required property MenuState menu
+
+    spacing: Theme.spaceSmall
+
+    SegmentedControl {
+        Layout.fillWidth: true
+        accessibleName: Lang.isGerman ? "Kühlprofil" : "Cooling profile"
+        model: ["silent", "balanced", "max"].map(kind => ({
+                    label: controls.menu.profileName(kind),
+                    value: kind
+                }))
+        objectName: "coolingProfile"
+        value: controls.fan.coolingProfile
+
+        onChosen: value => controls.fan.coolingProfile = value
+    }
+
+    CaptionText {
+        objectName: "profileBlurb"
+        text: controls.menu.profileBlurb
+    }
+
+    CoolingCurveView {
+        Layout.fillWidth: true
+        Layout.preferredHeight: 70
+        color: Theme.accent
+        currentTemp: controls.fan.cpuTempSmoothed ?? controls.fan.cpuTemp
+        kind: controls.fan.coolingProfile
+        objectName: "coolingCurve"
+        tMax: 95
+        tMin: 35
+    }
+
+    NoteRow {
+        objectName: "autoStatus"
+        role: controls.fan.autoEngaged ? "" : "green"
+        symbol: "checkmark.circle.fill"
+        text: controls.menu.autoStatusText
+    }
+
+    SpinUpBanner {
+        fan: controls.fan
+    }
+}

@@ -1,0 +1,79 @@
+import QtQuick
+import QtQuick.Layouts
+
+// The drives that are kept from spinning down.
+FeatureSection {
+    id: section
+
+    required property DriveManager drives
+    required property MenuState menu
+
+    emoji: "💾"
+    expanded: menu.expandDrives
+    isOn: drives.enabled
+    title: Lang.isGerman ? "Laufwerke wach" : "Keep drives awake"
+
+    onSetExpanded: expanded => menu.expandDrives = expanded
+    onSetOn: on => drives.enabled = on
+
+    content: ColumnLayout {
+        spacing: Theme.spaceSmall
+
+        CaptionText {
+            text: Lang.isGerman ? "Hält externe Laufwerke wach, solange der Schalter an ist — per kurzem Lesezugriff im gewählten Takt. Nur lesend, pairt mit Zugeklappt-wach." : "Keeps external drives awake while the switch is on — a short read at the chosen interval. Read-only, pairs with closed-lid."
+        }
+
+        Repeater {
+            model: section.menu.driveRows
+
+            DriveRowView {
+                required property driveRow modelData
+
+                row: modelData
+
+                onRemoved: section.drives.remove(modelData.drive)
+            }
+        }
+
+        CaptionText {
+            objectName: "noDrives"
+            text: Lang.isGerman ? "Keine externen Laufwerke" : "No external drives"
+            visible: section.menu.availableDrives.length === 0
+        }
+
+        ChoiceMenu {
+            items: section.menu.availableDrives.map(drive => ({
+                        label: drive.name,
+                        value: drive
+                    }))
+            objectName: "addDrive"
+            symbol: "plus.circle"
+            text: Lang.isGerman ? "Laufwerk hinzufügen…" : "Add drive…"
+
+            onChosen: drive => section.drives.add(drive)
+            onOpening: section.menu.refreshDrives()
+        }
+
+        LabelledChoice {
+            model: [
+                {
+                    label: Lang.isGerman ? "30 Sek." : "30s",
+                    value: 30
+                },
+                {
+                    label: Lang.isGerman ? "1 Min." : "1 min",
+                    value: 60
+                },
+                {
+                    label: Lang.isGerman ? "5 Min." : "5 min",
+                    value: 300
+                }
+            ]
+            objectName: "refreshEvery"
+            text: Lang.isGerman ? "Auffrischen alle" : "Refresh every"
+            value: section.drives.intervalSeconds
+
+            onChosen: value => section.drives.intervalSeconds = value
+        }
+    }
+}
