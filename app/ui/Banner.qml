@@ -1,0 +1,10 @@
+import QtQuick
+import QtQuick.Layouts
+
+// Says something that stands out.
+BannerBody {
+    Layout.fillWidth: true
+
+    Accessible.role: Accessible.StaticText
+    Accessible.name: text
+}

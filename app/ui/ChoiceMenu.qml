@@ -1,0 +1,60 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import QtQuick.Templates as T
+
+// A button that opens a menu of values. The line of `value` is checked; leave it out when nothing is chosen yet.
+PanelButton {
+    id: control
+
+    // Objects with `label` and `value`.
+    required property var items
+    property var value
+
+    signal chosen(var value)
+
+    Accessible.role: Accessible.ButtonMenu
+    Accessible.onPressAction: menu.open()
+
+    Keys.onDownPressed: menu.open()
+    onClicked: menu.open()
+
+    T.Menu {
+        id: menu
+
+        implicitWidth: Math.max(control.width, implicitContentWidth + leftPadding + rightPadding)
+        implicitHeight: implicitContentHeight + topPadding + bottomPadding
+        margins: Theme.spaceSmall
+        padding: Theme.spaceTiny
+        y: control.height + Theme.spaceTiny
+
+        onOpened: currentIndex = 0
+
+        Repeater {
+            model: control.items
+
+            ChoiceMenuItem {
+                required property var modelData
+
+                isChosen: modelData.value === control.value
+                text: modelData.label
+
+                onTriggered: control.chosen(modelData.value)
+            }
+        }
+
+        background: Rectangle {
+            border.color: Theme.outline
+            color: Theme.raised
+            radius: Theme.radius
+        }
+
+        contentItem: ListView {
+            clip: true
+            currentIndex: menu.currentIndex
+            implicitHeight: contentHeight
+            implicitWidth: 200
+            interactive: contentHeight > height
+            model: menu.contentModel
+        }
+    }
+}

@@ -1,0 +1,8 @@
+import QtQuick
+
+CoolingCurveItem {
+    implicitHeight: 70
+    implicitWidth: 300
+    color: Theme.accent
+    primaryColor: Theme.text
+}

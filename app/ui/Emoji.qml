@@ -1,0 +1,10 @@
+import QtQuick
+
+// A picture from the typeface of pictures. It adds nothing to what the text beside it says.
+Text {
+    font.family: "Noto Color Emoji"
+    font.pixelSize: Theme.titleSize
+    textFormat: Text.PlainText
+
+    Accessible.ignored: true
+}

@@ -1,0 +1,67 @@
+import QtQuick
+import QtQuick.Templates as T
+
+// A switch that always shows what is so: a click asks for the other state, and the knob moves once `isOn` does.
+T.AbstractButton {
+    id: control
+
+    required property bool isOn
+    // What it switches, for those who cannot see it.
+    required property string accessibleName
+
+    signal setOn(bool on)
+
+    implicitWidth: 38
+    implicitHeight: 22
+    hoverEnabled: true
+    opacity: enabled ? 1 : Theme.disabledOpacity
+
+    Accessible.role: Accessible.CheckBox
+    Accessible.name: accessibleName
+    Accessible.checkable: true
+    Accessible.checked: isOn
+
+    onClicked: setOn(!isOn)
+
+    background: Rectangle {
+        border.color: Theme.isDark ? Qt.lighter(color, 1.15) : Qt.darker(color, 1.08)
+        border.width: control.hovered ? 1 : 0
+        color: control.isOn && control.enabled ? Theme.accent : Theme.track
+        radius: height / 2
+
+        Behavior on color {
+            ColorAnimation {
+                duration: Theme.calm
+            }
+        }
+
+        FocusRing {
+            control: control
+            radius: height / 2
+            shown: control.visualFocus
+        }
+    }
+
+    contentItem: Item {
+        Rectangle {
+            anchors.verticalCenter: parent.verticalCenter
+            color: Theme.knob
+            height: 18
+            radius: 9
+            width: control.down ? 21 : 18
+            x: control.isOn ? parent.width - width - 2 : 2
+
+            Behavior on x {
+                NumberAnimation {
+                    duration: Theme.calm
+                    easing.type: Easing.OutCubic
+                }
+            }
+            Behavior on width {
+                NumberAnimation {
+                    duration: Theme.quick
+                }
+            }
+        }
+    }
+}

@@ -1,0 +1,53 @@
+import QtQuick
+import QtQuick.Templates as T
+
+// Hours or minutes: two digits that can be typed, or stepped with the arrow keys and the wheel.
+T.SpinBox {
+    id: control
+
+    required property string accessibleName
+
+    implicitWidth: 44
+    implicitHeight: Theme.controlHeight
+    editable: true
+    hoverEnabled: true
+    wrap: true
+
+    textFromValue: (value, locale) => String(value).padStart(2, "0")
+    valueFromText: (text, locale) => Number(text)
+    validator: IntValidator {
+        bottom: control.from
+        top: control.to
+    }
+
+    Accessible.role: Accessible.SpinBox
+    Accessible.name: accessibleName
+
+    background: Rectangle {
+        color: control.hovered ? Theme.pressTint : Theme.wellTint
+        radius: Theme.radiusSmall
+
+        FocusRing {
+            control: control
+            radius: Theme.radius
+        }
+    }
+
+    contentItem: TextInput {
+        color: Theme.text
+        font.pixelSize: Theme.bodySize
+        horizontalAlignment: TextInput.AlignHCenter
+        inputMethodHints: Qt.ImhDigitsOnly
+        selectByMouse: true
+        selectedTextColor: Theme.onAccent
+        selectionColor: Theme.accent
+        text: control.displayText
+        validator: control.validator
+        verticalAlignment: TextInput.AlignVCenter
+
+        onActiveFocusChanged: {
+            if (activeFocus)
+                selectAll();
+        }
+    }
+}
