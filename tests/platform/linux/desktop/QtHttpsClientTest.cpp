@@ -19,6 +19,7 @@
 #include "platform/linux/desktop/QtHttpsClient.h"
 #include "platform/linux/desktop/QtSerialQueue.h"
 #include "tests/support/Notes.h"
+#include "tests/support/ThreadsEnd.h"
 #include "tests/support/TlsServer.h"
 
 namespace corvane {
@@ -84,6 +85,7 @@ protected:
         }
     }
 
+    const ThreadsEnd threadsEnd;
     int argumentCount = 1;
     char name[5] = "test";
     char* arguments[2] = {name, nullptr};
@@ -318,10 +320,13 @@ TEST_F(QtHttpsClientTest, KeepsRequestsApart) {
     serve({{"/a", TlsServer::answer("200 OK\r\nContent-Length: 1", "a")},
            {"/b", TlsServer::answer("200 OK\r\nContent-Length: 1", "b")}});
     std::map<std::string, Answer> answers;
-    for (const char* path : {"/a", "/b", "/never"}) {
-        client->get({.url = server->url(path), .timeout = std::chrono::seconds(1), .largestBody = largest},
+    const auto request = [&](const char* path, Duration timeout) {
+        client->get({.url = server->url(path), .timeout = timeout, .largestBody = largest},
                     [&answers, path](Answer body) { answers[path] = std::move(body); });
-    }
+    };
+    request("/a", testPatience);
+    request("/b", testPatience);
+    request("/never", milliseconds(300));
     runUntil([&] { return answers.size() == 3; });
     EXPECT_EQ(answers["/a"], Answer("a"));
     EXPECT_EQ(answers["/b"], Answer("b"));
