@@ -44,10 +44,11 @@ public:
     HotKeyService& operator=(const HotKeyService&) = delete;
     virtual ~HotKeyService() = default;
 
-    /// Runs `pressed` with the key's id on the main loop each time it is pressed, once for as long as it is
-    /// held down, until the registration is destroyed, which `pressed` must not do. Null when it is known at
-    /// once that the key cannot be had: another application has it, say. A service that asks the user first
-    /// finds that out later, and the key stays silent.
+    /// Registers a key, which is not registered here yet. Runs `pressed` with the key's id on the main loop
+    /// each time it is pressed, once for as long as it is held down, until the registration is destroyed,
+    /// which `pressed` must not do. Null when it is known at once that the key cannot be had: another
+    /// application has it, say. A service that asks the user first finds that out later, and the key stays
+    /// silent.
     [[nodiscard]] virtual std::unique_ptr<HotKeyRegistration> add(
         const HotKey& key, std::function<void(std::uint32_t id)> pressed) = 0;
 };

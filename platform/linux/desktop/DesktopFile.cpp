@@ -2,8 +2,9 @@
 
 #include <algorithm>
 #include <array>
-#include <map>
 #include <utility>
+
+#include "platform/linux/desktop/DesktopEntries.h"
 
 namespace corvane {
 
@@ -14,61 +15,7 @@ constexpr std::array<std::string_view, 20> runners = {
     "ash", "bash", "bwrap", "dash", "env",    "fish", "flatpak", "gjs",  "java", "ksh",
     "lua", "mono", "node",  "perl", "python", "ruby", "sh",      "snap", "wine", "zsh"};
 
-/// By key; of the group that says what the file is about.
-using Entries = std::map<std::string_view, std::string_view>;
-
 constexpr std::string_view blanks = " \t\r\n";
-
-std::string_view trimmed(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(blanks);
-    return first == std::string_view::npos ? std::string_view()
-                                           : text.substr(first, text.find_last_not_of(blanks) + 1 - first);
-}
-
-std::string_view takeLine(std::string_view& text) {
-    const std::size_t end = text.find('\n');
-    const std::string_view line = text.substr(0, end);
-    text = end == std::string_view::npos ? std::string_view() : text.substr(end + 1);
-    return trimmed(line);
-}
-
-/// Of an entry that comes twice the first counts.
-Entries entriesOf(std::string_view text) {
-    constexpr std::array<std::string_view, 5> wanted = {"Type", "Exec", "TryExec", "Hidden", "NoDisplay"};
-    Entries entries;
-    bool isInGroup = false;
-    while (!text.empty()) {
-        const std::string_view line = takeLine(text);
-        const std::size_t equals = line.find('=');
-        if (line.starts_with('[')) {
-            isInGroup = line == "[Desktop Entry]";
-        } else if (isInGroup && equals != std::string_view::npos) {
-            const std::string_view key = trimmed(line.substr(0, equals));
-            if (std::ranges::find(wanted, key) != wanted.end()) {
-                entries.emplace(key, trimmed(line.substr(equals + 1)));
-            }
-        }
-    }
-    return entries;
-}
-
-/// A value with the escapes that every value may have resolved.
-std::string plainValue(std::string_view value) {
-    constexpr std::string_view escapes = "sntr\\";
-    constexpr std::string_view characters = " \n\t\r\\";
-    std::string plain;
-    for (std::size_t at = 0; at < value.size(); ++at) {
-        const std::size_t escape =
-            value[at] == '\\' && at + 1 < value.size() ? escapes.find(value[at + 1]) : std::string::npos;
-        if (escape == std::string::npos) {
-            plain += value[at];
-        } else {
-            plain += characters[escape];
-            ++at;
-        }
-    }
-    return plain;
-}
 
 /// Splits a command line as Exec's is written: words between blanks, or in double quotes. A backslash takes
 /// the next character as it is.
@@ -128,6 +75,17 @@ void readCommand(DesktopFile& file, std::string_view command) {
         std::count_if(program + 1, words.end(), [](const auto& word) { return !isFieldCode(word); }));
 }
 
+/// Whether a desktop's menus have it.
+bool isShownIn(const DesktopEntries& entries, const std::vector<std::string>& desktops) {
+    const auto names = [&](const char* key) {
+        const std::vector<std::string> listed = entries.list(key);
+        return std::ranges::any_of(desktops, [&](const std::string& desktop) {
+            return std::ranges::find(listed, desktop) != listed.end();
+        });
+    };
+    return desktops.empty() || (entries.has("OnlyShowIn") ? names("OnlyShowIn") : !names("NotShowIn"));
+}
+
 }  // namespace
 
 std::string_view fileNameOf(std::string_view path) {
@@ -140,16 +98,18 @@ bool runsAllSorts(std::string_view program) {
            runners.end();
 }
 
-std::optional<DesktopFile> readDesktopFile(std::string_view text) {
-    Entries entries = entriesOf(text);
+std::optional<DesktopFile> readDesktopFile(std::string_view text, const DesktopViewer& viewer) {
+    const DesktopEntries entries(text);
     DesktopFile file;
-    file.isHidden = entries["Hidden"] == "true";
-    file.isOutOfMenus = entries["NoDisplay"] == "true";
-    if (entries["Type"] != "Application" && !file.isHidden) {
+    file.isHidden = entries.isTrue("Hidden");
+    file.isOutOfMenus = entries.isTrue("NoDisplay") || !isShownIn(entries, viewer.desktops);
+    if (entries.plain("Type") != "Application" && !file.isHidden) {
         return std::nullopt;
     }
-    readCommand(file, plainValue(entries["Exec"]));
-    addProgram(file, plainValue(entries["TryExec"]));
+    file.name = entries.localised("Name", viewer.languages);
+    file.iconName = entries.localised("Icon", viewer.languages);
+    readCommand(file, entries.plain("Exec"));
+    addProgram(file, entries.plain("TryExec"));
     return file;
 }
 

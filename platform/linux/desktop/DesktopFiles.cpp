@@ -93,7 +93,7 @@ void DesktopFiles::readFile(const std::string& path, const std::string& identifi
     if (byIdentifier_.contains(identifier) || !isApplicationIdentifier(identifier)) {
         return;
     }
-    if (auto file = readDesktopFile(readAtMost(path, largestFile))) {
+    if (auto file = readDesktopFile(readAtMost(path, largestFile), viewer_)) {
         byIdentifier_.emplace(identifier, std::move(*file));
     }
 }
@@ -134,6 +134,17 @@ std::vector<std::string> desktopFileFolders(const EnvironmentLookup& environment
         }
     }
     return folders;
+}
+
+std::vector<std::string> desktopNames(const EnvironmentLookup& environment) {
+    std::vector<std::string> names;
+    std::istringstream stream(orElse(environment("XDG_CURRENT_DESKTOP"), {}));
+    for (std::string name; std::getline(stream, name, ':');) {
+        if (!name.empty()) {
+            names.push_back(name);
+        }
+    }
+    return names;
 }
 
 }  // namespace corvane

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include <sys/types.h>
@@ -22,7 +23,8 @@ namespace corvane {
 class DesktopFiles {
 public:
     /// Absolute paths, the most important first. Such folders need not exist.
-    explicit DesktopFiles(std::vector<std::string> folders) : folders_(std::move(folders)) {}
+    explicit DesktopFiles(std::vector<std::string> folders, DesktopViewer viewer = {})
+        : folders_(std::move(folders)), viewer_(std::move(viewer)) {}
 
     /// Sees to it that what follows is up to date. True when it read the files.
     bool refresh();
@@ -30,6 +32,9 @@ public:
     /// The identifier of the application that a program of this name belongs to. Of several, one that is in
     /// the menus, then the one that starts it most plainly.
     [[nodiscard]] std::optional<std::string> applicationOf(std::string_view program) const;
+
+    /// By identifier; without those that the user took away.
+    [[nodiscard]] const std::map<std::string, DesktopFile>& files() const { return byIdentifier_; }
 
 private:
     /// What tells whether a folder has changed.
@@ -49,6 +54,7 @@ private:
     void sortByProgram();
 
     std::vector<std::string> folders_;
+    DesktopViewer viewer_;
     /// By path, as they were when they were last read, with what is below them.
     std::map<std::string, Stamp> stamps_;
     /// They were the same twice: what changes while it is read, or within the clock's resolution, shows then.
@@ -60,5 +66,8 @@ private:
 
 /// The folders of desktop files that the environment names: the user's own, then the system's.
 [[nodiscard]] std::vector<std::string> desktopFileFolders(const EnvironmentLookup& environment);
+
+/// The names that the user's desktop goes by, as the environment has them; empty when it has none.
+[[nodiscard]] std::vector<std::string> desktopNames(const EnvironmentLookup& environment);
 
 }  // namespace corvane

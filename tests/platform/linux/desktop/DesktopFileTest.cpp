@@ -36,7 +36,7 @@ TEST(DesktopFile, TellsTheProgramOfAnApplication) {
         "Exec=other --new\n"
         "NoDisplay=true\n");
     ASSERT_TRUE(file);
-    EXPECT_EQ(*file, (DesktopFile{.programs = {"blender"}}));
+    EXPECT_EQ(*file, (DesktopFile{.programs = {"blender"}, .name = "Blender", .iconName = {}}));
 }
 
 TEST(DesktopFile, OfAnotherTypeIsNoApplication) {

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <utility>
+
+#include "platform/FileSystem.h"
+#include "platform/Log.h"
+#include "platform/LoginItem.h"
+#include "platform/linux/desktop/EnvironmentLookup.h"
+
+namespace corvane {
+
+/// The login item as a desktop has it: a desktop file in the user's autostart folder. It counts as off when
+/// the user has switched it off in the desktop's own settings. Main loop.
+class XdgLoginItem final : public LoginItem {
+public:
+    /// `file` is the desktop file, whose folders are made when they are missing; empty where there is no
+    /// place for it. `executable` is what it starts. Both others outlive the item.
+    XdgLoginItem(FileSystem& files, Log& log, std::filesystem::path file, std::filesystem::path executable)
+        : files_(files), log_(log), file_(std::move(file)), executable_(std::move(executable)) {}
+
+    [[nodiscard]] bool isEnabled() const override;
+    void setEnabled(bool on) override;
+
+private:
+    void write();
+    void remove();
+    void report(const std::string& error);
+
+    FileSystem& files_;
+    Log& log_;
+    std::filesystem::path file_;
+    std::filesystem::path executable_;
+};
+
+/// Where the environment has the application's autostart file; empty when it names no home.
+[[nodiscard]] std::filesystem::path autostartFile(const EnvironmentLookup& environment);
+
+}  // namespace corvane
