@@ -72,15 +72,9 @@ void MenuState::followModels() {
 
 void MenuState::panelAppeared() {
     fan().refresh();
-    refreshPower();
-    refreshDrives();
-    refreshDriveRows();
+    lookAround();
     syncExpansion();
-    refreshTimer_ = services_.mainLoop.every(refreshPeriod, refreshPeriod, [this] {
-        refreshPower();
-        refreshDrives();
-        refreshDriveRows();
-    });
+    refreshTimer_ = services_.mainLoop.every(refreshPeriod, refreshPeriod, [this] { lookAround(); });
 }
 
 void MenuState::panelDisappeared() {
@@ -93,6 +87,12 @@ void MenuState::syncExpansion() {
     expandAuto_ = manager().triggers().automationEnabled();
     expandDrives_ = manager().drives().enabled();
     expandFans_ = fan().fansEnabled() || fan().triggerProfile() || !fan().helperInstalled();
+}
+
+void MenuState::lookAround() {
+    refreshPower();
+    refreshDrives();
+    refreshDriveRows();
 }
 
 void MenuState::refreshPower() {

@@ -87,7 +87,7 @@ class MenuState final : public QObject {
 
     /// The chosen drives.
     Q_PROPERTY(QList<corvane::DriveRow> driveRows READ driveRows NOTIFY driveRowsChanged)
-    /// The drives there are to choose from, as of the last `refreshDrives`.
+    /// The drives there are to choose from.
     Q_PROPERTY(QList<corvane::DriveItem> availableDrives READ availableDrives NOTIFY availableDrivesChanged)
 
     Q_PROPERTY(bool canShowSettings READ canShowSettings CONSTANT)
@@ -176,7 +176,7 @@ public:
     /// Chooses the length of boosts and begins one.
     Q_INVOKABLE void applyFanDuration(int seconds);
 
-    /// Looks for drives to choose from.
+    /// Looks for drives to choose from now.
     Q_INVOKABLE void refreshDrives();
 
     /// Whether to start at login. That the user was asked is kept.
@@ -225,6 +225,7 @@ private:
 
     void followModels();
     void syncExpansion();
+    void lookAround();
     void refreshPower();
     void refreshDriveRows();
     void applySleepExpiry(WallTime date);

@@ -259,5 +259,24 @@ TEST_F(TriggerSettings, ArePublishedAsAPageReadsThem) {
     EXPECT_EQ(gadget.property(gadget.indexOfProperty("cooling")).readOnGadget(&app), "max");
 }
 
+TEST_F(TriggerSettings, AreChangedAsAPageChangesThem) {
+    machine.open();
+    manager().addApp(QStringLiteral("org.example.A"), QStringLiteral("A"));
+    manager().addApp(QStringLiteral("org.example.A"), QStringLiteral("A again"));
+    ASSERT_EQ(manager().apps().size(), 1);
+    const TriggerApp added = manager().apps().constFirst();
+    EXPECT_EQ(added, (TriggerApp{"org.example.A", "A", std::nullopt}));
+
+    manager().setCooling(added, QStringLiteral("max"));
+    EXPECT_EQ(manager().apps().constFirst().cooling, Kind::max);
+    manager().setCooling(added, QStringLiteral("turbo"));
+    EXPECT_EQ(manager().apps().constFirst().cooling, Kind::max) << "there is no such profile";
+    manager().setCooling(added, QString());
+    EXPECT_EQ(manager().apps().constFirst().cooling, std::nullopt);
+
+    EXPECT_TRUE(QMetaObject::invokeMethod(&manager(), "removeApp", Q_ARG(corvane::TriggerApp, added)));
+    EXPECT_TRUE(manager().apps().isEmpty());
+}
+
 }  // namespace
 }  // namespace corvane
