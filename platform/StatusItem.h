@@ -34,10 +34,10 @@ struct StatusMenuEntry {
     /// What `chosen` is called with; unique within a menu, more than 0. Unused by a separator.
     int id = 0;
     /// UTF-8, shown to the letter.
-    std::string label;
+    std::string label = {};
     bool isEnabled = true;
     /// None for an entry that cannot be checked.
-    std::optional<bool> isChecked;
+    std::optional<bool> isChecked = std::nullopt;
     /// A line between entries, without label.
     bool isSeparator = false;
 
@@ -51,7 +51,7 @@ struct StatusItemHandlers {
     std::function<void(int id)> chosen;
 };
 
-/// The application's one place among the desktop's status items: an image with a text beside it, to click on,
+/// The application's one place among the desktop's status items: an image with a short text, to click on,
 /// and a menu. Belongs to the main loop and does not block it.
 ///
 /// Desktops have a tray, get one later, lose it, or have none: the item is there whenever a tray is.
@@ -65,7 +65,8 @@ public:
     /// `gauge50` to begin with.
     virtual void setImage(StatusImage image) = 0;
 
-    /// UTF-8, beside the image; none to begin with and when it is empty. Blanks at its ends do not count.
+    /// UTF-8, beside the image or below it; none to begin with and when it is empty. Blanks at its ends do
+    /// not count.
     virtual void setTitle(const std::string& title) = 0;
 
     /// UTF-8 without markup, where the tray shows such a thing; none when both are empty.
