@@ -162,9 +162,9 @@ TEST_F(PortalHotKeysTest, IgnoreOtherSessionsOtherKeysOtherSendersAndNonsense) {
     const auto impostor = HelperBus{bus->address()}.connect();
     const auto object = sdbus::createObject(*impostor, "/org/freedesktop/portal/desktop");
     auto signal = object->createSignal("org.freedesktop.portal.GlobalShortcuts", "Activated");
+    signal.setDestination(portal.sessions().all().front());
     signal << sdbus::ObjectPath(session) << std::string("hot-key-1") << std::uint64_t{0}
            << FakePortal::Dictionary();
-    signal.setDestination(portal.sessions().all().front());
     object->emitSignal(signal);
     // Once the bus has answered this it has passed that on.
     EXPECT_NE(busNameOwner(*impostor, "org.freedesktop.portal.Desktop"), "");
