@@ -15,9 +15,15 @@ constexpr std::uint32_t requestDock = 0;
 constexpr std::uint32_t embedVersion = 0;
 constexpr std::uint32_t embedMapped = 1;
 
+// Window managers' hints of a window's size: numbers of which the first says which are there.
+constexpr std::size_t sizeHints = 18;
+constexpr std::uint32_t hasLeastSize = 1U << 4U;
+constexpr std::size_t leastWidth = 5;
+constexpr std::size_t leastHeight = 6;
+
 constexpr std::uint8_t alphaDepth = 32;
-/// In pixels, until the tray has said which.
-constexpr std::uint16_t firstEdge = 22;
+/// In pixels, until the tray has said which; and at least.
+constexpr std::uint16_t leastEdge = 22;
 /// In pixels. No tray is larger, and no image of this size too large for one request.
 constexpr int largestEdge = 200;
 
@@ -207,9 +213,9 @@ void XTray::createWindow() {
                                                   XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE,
                                               colormap};
     window_ = xcb_generate_id(x_.get());
-    xcb_create_window(x_.get(), visual_.depth, window_, root_, 0, 0, firstEdge, firstEdge, 0,
+    xcb_create_window(x_.get(), visual_.depth, window_, root_, 0, 0, leastEdge, leastEdge, 0,
                       XCB_WINDOW_CLASS_INPUT_OUTPUT, visual_.id, mask, values.data());
-    size_ = {firstEdge, firstEdge};
+    size_ = {leastEdge, leastEdge};
 }
 
 void XTray::describeWindow() {
@@ -223,6 +229,12 @@ void XTray::describeWindow() {
     const std::array<std::uint32_t, 2> embedding{embedVersion, embedMapped};
     xcb_change_property(x_.get(), XCB_PROP_MODE_REPLACE, window_, info, info, 32, embedding.size(),
                         embedding.data());
+    // Trays leave out what does not say that it is larger than a point.
+    std::array<std::uint32_t, sizeHints> hints{hasLeastSize};
+    hints[leastWidth] = leastEdge;
+    hints[leastHeight] = leastEdge;
+    xcb_change_property(x_.get(), XCB_PROP_MODE_REPLACE, window_, XCB_ATOM_WM_NORMAL_HINTS,
+                        XCB_ATOM_WM_SIZE_HINTS, 32, hints.size(), hints.data());
 }
 
 void XTray::askToDock() {

@@ -292,6 +292,13 @@ TEST_F(DesktopStatusItemOnXTest, GoesIntoTheTrayWithoutAWatcher) {
     EXPECT_GT(tray->count(0x202020), 200) << "the tray shines through";
 }
 
+TEST_F(DesktopStatusItemOnXTest, SaysThatItsWindowIsNoPoint) {
+    openTray();
+    begin(x.display());
+    ASSERT_TRUE(isDocked());
+    EXPECT_EQ(tray->leastWidth(), 22U) << "trays hide what does not";
+}
+
 TEST_F(DesktopStatusItemOnXTest, HasTheColourThatTheTraySays) {
     tray.emplace(x.display());
     tray->setTextColor(0x8080, 0x4040, 0x2020);

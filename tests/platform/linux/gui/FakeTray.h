@@ -116,6 +116,17 @@ public:
         return found;
     }
 
+    /// The least width that the window says it has, in pixels; 0 when it does not say.
+    [[nodiscard]] std::uint32_t leastWidth() const {
+        constexpr std::uint32_t index = 5;
+        const auto cookie = xcb_get_property(x_.get(), 0, client_, XCB_ATOM_WM_NORMAL_HINTS,
+                                             XCB_ATOM_WM_SIZE_HINTS, index, 1);
+        const XAnswer<xcb_get_property_reply_t> hint(xcb_get_property_reply(x_.get(), cookie, nullptr));
+        return hint && hint->value_len == 1
+                   ? *static_cast<const std::uint32_t*>(xcb_get_property_value(hint.get()))
+                   : 0;
+    }
+
 private:
     void embed(xcb_window_t client) {
         client_ = client;
