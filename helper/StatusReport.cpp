@@ -13,7 +13,7 @@ namespace corvane {
 namespace {
 
 /// Readings at or below this are power-gated or broken sensors.
-constexpr float coldestReadingC = 20.0F;
+constexpr float coldestReportedC = 20.0F;
 constexpr float hottestGpuReadingC = 130.0F;
 
 /// How far, in percent, the curve must exceed the floor before heat is said to override it.
@@ -76,13 +76,13 @@ StatusRecord FanHelperService::statusRecord() const {
                                                lastThermalPct_ > floorPercent_ + overrideMargin);
     status.set(StatusKey::lidStayAwake, lidStayAwake_);
 
-    const Readings cpu = readAll(cpuTempKeys_, [](float celsius) { return celsius > coldestReadingC; });
+    const Readings cpu = readAll(cpuTempKeys_, [](float celsius) { return celsius > coldestReportedC; });
     if (cpu.count > 0) {
         status.set(StatusKey::cpuTemp, cpu.average());
         status.set(StatusKey::cpuTempMax, cpu.maximum);
     }
     const Readings gpu = readAll(gpuTempKeys_, [](float celsius) {
-        return celsius > coldestReadingC && celsius < hottestGpuReadingC;
+        return celsius > coldestReportedC && celsius < hottestGpuReadingC;
     });
     if (gpu.count > 0) {
         status.set(StatusKey::gpuTemp, gpu.average());

@@ -11,7 +11,7 @@ namespace corvane {
 
 namespace {
 
-constexpr std::string_view form = R"(<?xml version="1.0" encoding="UTF-8"?>
+constexpr std::string_view plistForm = R"(<?xml version="1.0" encoding="UTF-8"?>
 <!DOCTYPE plist PUBLIC "-//Apple//DTD PLIST 1.0//EN" "http://www.apple.com/DTDs/PropertyList-1.0.dtd">
 <plist version="1.0">
 <dict>
@@ -38,7 +38,7 @@ constexpr std::string_view form = R"(<?xml version="1.0" encoding="UTF-8"?>
 }  // namespace
 
 std::string makePlist(const std::filesystem::path& helper) {
-    return fmt::format(form, fmt::arg("label", FanHelperProtocol::serviceName),
+    return fmt::format(plistForm, fmt::arg("label", FanHelperProtocol::serviceName),
                        fmt::arg("helper", xmlText(helper.string())),
                        fmt::arg("log", "/var/log/corvane-smchelper.log"));
 }

@@ -11,7 +11,7 @@ namespace corvane {
 
 namespace {
 
-constexpr std::string_view form = R"(set -e
+constexpr std::string_view scriptForm = R"(set -e
 mkdir -p /Library/PrivilegedHelperTools
 cp {helper} {installedHelper}
 chown root:wheel {installedHelper}
@@ -40,7 +40,7 @@ launchctl kickstart system/{label} 2>/dev/null || true)";
 
 std::string launchdScript(const std::filesystem::path& helper, const std::filesystem::path& propertyList,
                           const LaunchdLocations& installed) {
-    return fmt::format(form, fmt::arg("helper", shellQuoted(helper)),
+    return fmt::format(scriptForm, fmt::arg("helper", shellQuoted(helper)),
                        fmt::arg("installedHelper", shellQuoted(installed.helper)),
                        fmt::arg("list", shellQuoted(propertyList)),
                        fmt::arg("installedList", shellQuoted(installed.propertyList)),

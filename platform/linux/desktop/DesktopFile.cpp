@@ -15,7 +15,7 @@ constexpr std::array<std::string_view, 20> runners = {
     "ash", "bash", "bwrap", "dash", "env",    "fish", "flatpak", "gjs",  "java", "ksh",
     "lua", "mono", "node",  "perl", "python", "ruby", "sh",      "snap", "wine", "zsh"};
 
-constexpr std::string_view blanks = " \t\r\n";
+constexpr std::string_view wordBreaks = " \t\r\n";
 
 /// Splits a command line as Exec's is written: words between blanks, or in double quotes. A backslash takes
 /// the next character as it is.
@@ -24,7 +24,7 @@ std::vector<std::string> wordsOf(std::string_view command) {
     bool isQuoted = false;
     bool isInWord = false;
     for (std::size_t at = 0; at < command.size(); ++at) {
-        if (!isQuoted && blanks.find(command[at]) != std::string_view::npos) {
+        if (!isQuoted && wordBreaks.find(command[at]) != std::string_view::npos) {
             isInWord = false;
             continue;
         }

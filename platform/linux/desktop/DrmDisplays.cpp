@@ -16,7 +16,7 @@ namespace {
 constexpr const char* connectorFolder = "class/drm";
 
 /// The kind of a connector, "HDMI-A" of "card1-HDMI-A-2"; empty for what is no connector.
-std::string_view kindOf(std::string_view entry) {
+std::string_view connectorKind(std::string_view entry) {
     const std::size_t card = entry.find('-');
     const std::size_t number = entry.rfind('-');
     if (!entry.starts_with("card") || card == number) {
@@ -45,7 +45,7 @@ std::optional<std::vector<Display>> DrmDisplays::online() const {
     }
     std::vector<Display> displays;
     for (const std::string& entry : sysfs.list(connectorFolder)) {
-        const std::string_view kind = kindOf(entry);
+        const std::string_view kind = connectorKind(entry);
         if (isDisplay(kind) &&
             readText(sysfs, fmt::format("{}/{}/status", connectorFolder, entry)) == "connected") {
             displays.push_back({.isBuiltIn = isPanel(kind)});

@@ -14,11 +14,11 @@ namespace {
 constexpr int dismissed = 126;
 constexpr int refused = 127;
 constexpr std::string_view refusalStart = "Error executing command as another user: ";
-constexpr std::string_view blanks = " \t\r\n";
+constexpr std::string_view outerBlanks = " \t\r\n";
 
 /// Empty when there is none.
 std::string_view lastLine(std::string_view text) {
-    const std::size_t end = text.find_last_not_of(blanks);
+    const std::size_t end = text.find_last_not_of(outerBlanks);
     if (end == std::string_view::npos) {
         return {};
     }
