@@ -39,6 +39,11 @@ constexpr xcb_keysym_t capsLockKey = 0xFFE5;
 constexpr xcb_keysym_t numLockKey = 0xFF7F;
 constexpr std::uint16_t superAndAlt = XCB_MOD_MASK_4 | XCB_MOD_MASK_1;
 
+/// Of a lower-case Latin letter.
+xcb_keysym_t symbolOf(char letter) {
+    return static_cast<unsigned char>(letter);
+}
+
 struct Free {
     void operator()(void* memory) const { std::free(memory); }
 };
@@ -73,7 +78,7 @@ public:
             release(*symbol);
         }
     }
-    void hotKey(char letter) { chord({superKey, altKey, static_cast<xcb_keysym_t>(letter)}); }
+    void hotKey(char letter) { chord({superKey, altKey, symbolOf(letter)}); }
 
     xcb_keycode_t keycodeOf(xcb_keysym_t symbol) {
         const std::unique_ptr<xcb_keycode_t, Free> codes(xcb_key_symbols_get_keycode(symbols_, symbol));
@@ -82,9 +87,8 @@ public:
 
     /// False when somebody else has the key.
     bool grab(char letter, std::uint16_t mask) {
-        const auto request =
-            xcb_grab_key_checked(connection_, 0, root_, mask, keycodeOf(static_cast<xcb_keysym_t>(letter)),
-                                 XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+        const auto request = xcb_grab_key_checked(connection_, 0, root_, mask, keycodeOf(symbolOf(letter)),
+                                                  XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
         return std::unique_ptr<xcb_generic_error_t, Free>(xcb_request_check(connection_, request)) == nullptr;
     }
 
@@ -107,7 +111,7 @@ public:
 
     /// Gives a key another letter, and tells all clients.
     void setLetter(xcb_keycode_t keycode, char letter) {
-        const auto symbol = static_cast<xcb_keysym_t>(letter);
+        const auto symbol = symbolOf(letter);
         xcb_change_keyboard_mapping(connection_, 1, keycode, 1, &symbol);
         sync();
     }
