@@ -10,7 +10,7 @@ using namespace sensor;
 
 /// Names, types and sizes as an M2 lists them. Offsets keep the order of recorded readings, drawn together
 /// so that they are plausible on an idle machine as on a busy one.
-constexpr auto m2Sensors = std::to_array<SensorSpec>({
+constexpr auto m2SensorSpecs = std::to_array<SensorSpec>({
     fixed("TAOL", 0.0F),
     room("TB0T", 3.2F),
     room("TB1T", 3.2F),
@@ -154,7 +154,7 @@ constexpr auto m2Sensors = std::to_array<SensorSpec>({
 }  // namespace
 
 std::span<const SensorSpec> m2Sensors() {
-    return m2Sensors;
+    return m2SensorSpecs;
 }
 
 }  // namespace corvane

@@ -10,7 +10,7 @@ using namespace sensor;
 
 /// Names, types and sizes as an M4 lists them. Offsets keep the order of recorded readings, drawn together
 /// so that they are plausible on an idle machine as on a busy one.
-constexpr auto m4Sensors = std::to_array<SensorSpec>({
+constexpr auto m4SensorSpecs = std::to_array<SensorSpec>({
     room("TAOL", 2.9F),
     room("TB0T", 2.7F),
     room("TB1T", 2.7F),
@@ -238,7 +238,7 @@ constexpr auto m4Sensors = std::to_array<SensorSpec>({
 }  // namespace
 
 std::span<const SensorSpec> m4Sensors() {
-    return m4Sensors;
+    return m4SensorSpecs;
 }
 
 }  // namespace corvane
