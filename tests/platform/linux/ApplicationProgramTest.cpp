@@ -22,7 +22,7 @@ using testing::StartsWith;
 
 using Arguments = std::vector<std::string>;
 
-constexpr const char* program = CORVANE_PROGRAM;
+constexpr const char* builtProgram = CORVANE_PROGRAM;
 
 class ApplicationProgramTest : public testing::Test {
 protected:
@@ -44,7 +44,7 @@ protected:
     [[nodiscard]] std::string lonelyProgram() const {
         const auto copy = folder.path() / "bin" / "corvane";
         std::filesystem::create_directory(copy.parent_path());
-        std::filesystem::copy_file(program, copy);
+        std::filesystem::copy_file(builtProgram, copy);
         return copy.string();
     }
 
@@ -55,7 +55,7 @@ protected:
 TEST_F(ApplicationProgramTest, RunsUntilATerminationSignalEndsItWell) {
     for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
         SCOPED_TRACE(strsignal(signal));
-        ChildProcess application(program, {}, environment());
+        ChildProcess application(builtProgram, {}, environment());
         ASSERT_TRUE(application.waitForError("Corvane: there is no fan helper to connect to"))
             << application.errors();
         application.signal(signal);
@@ -65,7 +65,7 @@ TEST_F(ApplicationProgramTest, RunsUntilATerminationSignalEndsItWell) {
 
 TEST_F(ApplicationProgramTest, IsWhatEveryUnknownArgumentAsksFor) {
     for (const Arguments& arguments : {Arguments{"--Daemon"}, {"--help"}, {"--smc-write", "F0Md"}}) {
-        ChildProcess application(program, arguments, environment());
+        ChildProcess application(builtProgram, arguments, environment());
         EXPECT_TRUE(application.waitForError("Corvane: the fan helper is ")) << application.errors();
         application.signal(SIGTERM);
         EXPECT_EQ(application.wait(), 0) << application.errors();

@@ -24,7 +24,7 @@ namespace {
 using testing::Pair;
 using testing::Pointee;
 
-constexpr std::string_view limitsExceeded = "org.freedesktop.DBus.Error.LimitsExceeded";
+constexpr std::string_view refusal = "org.freedesktop.DBus.Error.LimitsExceeded";
 
 constexpr std::size_t crowd = 1000;
 /// Files that a test with a crowd has open: a few for each of its connections.
@@ -80,7 +80,7 @@ public:
     void ask() {
         for (BusCaller& caller : callers_) {
             caller.begin<BusDictionary>("getStatusWithReply", [this](const std::string& error) {
-                ++(error.empty() ? answered_ : error == limitsExceeded ? refused_ : failed_);
+                ++(error.empty() ? answered_ : error == refusal ? refused_ : failed_);
             });
         }
     }
