@@ -5,6 +5,9 @@ function(corvane_defaults target)
     target_compile_options(${target} PRIVATE
         -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast -Wnon-virtual-dtor
         -Woverloaded-virtual -Wdouble-promotion -Wformat=2 -Wimplicit-fallthrough $<$<CXX_COMPILER_ID:GNU>:-Werror>)
+    if(CORVANE_UNITY)
+        set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 8)
+    endif()
     if(CORVANE_ASSERTIONS)
         target_compile_options(${target} PRIVATE -UNDEBUG)
         target_compile_definitions(${target} PRIVATE _GLIBCXX_ASSERTIONS)
