@@ -22,13 +22,22 @@ const std::string colorScheme = "color-scheme";
 constexpr std::uint32_t preferDark = 1;
 constexpr std::uint32_t preferLight = 2;
 
-/// Older portals wrap the value once more.
-std::optional<std::uint32_t> number(const sdbus::Variant& value) {
+/// None for anything that is no preference. Some calls wrap the value once more.
+std::optional<bool> preference(const sdbus::Variant& value) {
     if (value.containsValueOfType<sdbus::Variant>()) {
-        return number(value.get<sdbus::Variant>());
+        return preference(value.get<sdbus::Variant>());
     }
-    return value.containsValueOfType<std::uint32_t>() ? std::optional(value.get<std::uint32_t>())
-                                                      : std::nullopt;
+    if (!value.containsValueOfType<std::uint32_t>()) {
+        return std::nullopt;
+    }
+    switch (value.get<std::uint32_t>()) {
+        case preferDark:
+            return true;
+        case preferLight:
+            return false;
+        default:
+            return std::nullopt;
+    }
 }
 
 }  // namespace
@@ -84,9 +93,7 @@ void PortalLink::ask() {
 
 void PortalLink::answered(const sdbus::Error* error, const sdbus::Variant& value) {
     isAsking_ = false;
-    const auto scheme = error == nullptr ? number(value) : std::nullopt;
-    const bool isPreference = scheme == preferDark || scheme == preferLight;
-    know(isPreference ? std::optional(scheme == preferDark) : std::nullopt);
+    know(error == nullptr ? preference(value) : std::nullopt);
     if (isOutdated_) {
         ask();
     }

@@ -59,7 +59,8 @@ QImage StatusDrawing::paint(QSize size) const {
     painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
     painter.setPen(color);
     const int edge = std::min(size.width(), size.height());
-    const QRectF box((size.width() - edge) / 2, (size.height() - edge) / 2, edge, edge);
+    const QPoint corner((size.width() - edge) / 2, (size.height() - edge) / 2);
+    const QRectF box(corner, QSizeF(edge, edge));
     const double left = title.isEmpty() ? edge : drawTitle(painter, title, box) - 1;
     drawSymbol(painter, symbolName(image), QRectF(box.topLeft(), QSizeF(edge, left)), color);
     return canvas;
