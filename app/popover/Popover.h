@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QPoint>
+#include <optional>
+
+namespace corvane {
+
+/// The panel as a pop-up at the status item: it is closed by a click anywhere else, by Escape, and when it
+/// loses the keyboard. Main loop.
+class Popover {
+public:
+    Popover() = default;
+    Popover(const Popover&) = delete;
+    Popover& operator=(const Popover&) = delete;
+    virtual ~Popover() = default;
+
+    [[nodiscard]] virtual bool isShown() const = 0;
+
+    /// Shows the panel in front of all others and gives it the keyboard. `anchor` is the place that was
+    /// clicked, in device-independent pixels of the virtual desktop; none when nobody knows. Shown already,
+    /// it moves there.
+    virtual void show(std::optional<QPoint> anchor) = 0;
+
+    /// Nothing happens when it is not shown.
+    virtual void close() = 0;
+
+    /// It is closed, but was not until a moment ago: a click on the status item that is handled now has
+    /// closed it as a click elsewhere, and shall not open it again.
+    [[nodiscard]] virtual bool wasClosedByThisClick() const = 0;
+};
+
+}  // namespace corvane

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QQuickView>
+#include <functional>
+#include <memory>
+#include <optional>
+
+#include "platform/SerialQueue.h"
+
+namespace corvane {
+
+/// A frameless window that closes like a menu. What it shows is loaded by its owner; its size is the
+/// content's ideal one as far as the screen has room, which the content learns as `availableHeight`. Main
+/// loop.
+class PopoverWindow final : public QQuickView {
+    Q_OBJECT
+
+public:
+    PopoverWindow(QQmlEngine& engine, SerialQueue& mainLoop);
+
+    /// See Popover.
+    void open(std::optional<QPoint> anchor);
+    void dismiss();
+
+    /// When it was dismissed last, by whatever; none before.
+    [[nodiscard]] std::optional<BootTime> dismissedAt() const { return dismissedAt_; }
+
+Q_SIGNALS:
+    void opened();
+    void dismissed();
+
+protected:
+    bool event(QEvent* event) override;
+    void exposeEvent(QExposeEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+
+private:
+    void place();
+    void grabPointer();
+    [[nodiscard]] QScreen& screenOf(std::optional<QPoint> anchor) const;
+
+    SerialQueue& mainLoop_;
+    std::optional<QPoint> anchor_;
+    std::optional<BootTime> dismissedAt_;
+    int grabAttempts_ = 0;
+    std::unique_ptr<Timer> grabTimer_;
+};
+
+}  // namespace corvane

@@ -1,0 +1,176 @@
+#include <QCloseEvent>
+#include <QFocusEvent>
+#include <QGuiApplication>
+#include <QQuickItem>
+#include <QScreen>
+#include <QTest>
+#include <optional>
+
+#include <gtest/gtest.h>
+
+#include "app/popover/QuickPopover.h"
+#include "app/popover/popoverPosition.h"
+#include "tests/app/ui/GuiApplication.h"
+#include "tests/app/ui/PanelMachine.h"
+#include "tests/app/ui/QuickItems.h"
+
+namespace corvane {
+namespace {
+
+using std::chrono::milliseconds;
+
+/// The panel in its window, on a screen that nobody sees.
+class QuickPopoverTest : public testing::Test {
+protected:
+    QuickPopoverTest() {
+        needGuiApplication();
+        machine.speak("en");
+        machine.openPanel();
+        popover.emplace(PanelModels{.mainLoop = machine.mainLoop,
+                                    .manager = *machine.manager,
+                                    .menu = *machine.menu,
+                                    .header = *machine.header,
+                                    .temperature = *machine.temperature,
+                                    .applications = machine.installed,
+                                    .appearance = machine.look,
+                                    .lang = machine.lang,
+                                    .locale = machine.locale});
+    }
+
+    void show(std::optional<QPoint> anchor = QPoint(400, 10)) {
+        popover->show(anchor);
+        settle();
+    }
+    void settle() {
+        machine.settle();
+        renderAll(window());
+    }
+
+    PopoverWindow& window() { return *popover->window(); }
+    QQuickItem& item(const char* path) { return itemAt(*window().contentItem(), path); }
+    static QRect screen() { return QGuiApplication::primaryScreen()->availableGeometry(); }
+
+    PanelMachine machine;
+    std::optional<QuickPopover> popover;
+};
+
+TEST_F(QuickPopoverTest, IsNotLoadedBeforeItIsOpened) {
+    EXPECT_FALSE(popover->isShown());
+    EXPECT_EQ(popover->window(), nullptr);
+    popover->close();
+    EXPECT_FALSE(popover->wasClosedByThisClick());
+}
+
+TEST_F(QuickPopoverTest, OpensWhereItWasClickedInTheSizeOfItsContent) {
+    show(QPoint(400, 10));
+    EXPECT_TRUE(popover->isShown());
+    EXPECT_EQ(window().width(), qCeil(window().rootObject()->implicitWidth()));
+    EXPECT_EQ(window().position(), popoverPosition(window().size(), QPoint(400, 10), screen()));
+}
+
+TEST_F(QuickPopoverTest, MovesWhenItIsOpenedSomewhereElse) {
+    show(QPoint(400, 10));
+    show(std::nullopt);
+    EXPECT_EQ(window().position(), popoverPosition(window().size(), std::nullopt, screen()));
+}
+
+TEST_F(QuickPopoverTest, GrowsWithItsContentButNotBeyondTheScreen) {
+    show();
+    const int before = window().height();
+    machine.menu->setExpandAuto(true);
+    settle();
+    EXPECT_GT(window().height(), before);
+    for (const auto expand : {&MenuState::setExpandAwake, &MenuState::setExpandLid,
+                              &MenuState::setExpandDrives, &MenuState::setExpandFans}) {
+        ((*machine.menu).*expand)(true);
+    }
+    machine.manager->fan().setFansEnabled(true);
+    settle();
+    EXPECT_LE(window().height(), screen().height() - 2 * popoverMargin);
+    EXPECT_TRUE(screen().contains(window().geometry()));
+}
+
+TEST_F(QuickPopoverTest, IsClosedByAClickElsewhere) {
+    show();
+    QTest::mouseClick(&window(), Qt::LeftButton, Qt::NoModifier, QPoint(-40, 30));
+    EXPECT_FALSE(popover->isShown());
+}
+
+TEST_F(QuickPopoverTest, StaysOpenForAClickOnIt) {
+    show();
+    QTest::mouseClick(&window(), Qt::LeftButton, Qt::NoModifier, QPoint(20, 20));
+    EXPECT_TRUE(popover->isShown());
+}
+
+TEST_F(QuickPopoverTest, IsClosedByEscape) {
+    show();
+    QTest::keyClick(&window(), Qt::Key_Escape);
+    EXPECT_FALSE(popover->isShown());
+}
+
+TEST_F(QuickPopoverTest, IsClosedWhenItLosesTheKeyboard) {
+    show();
+    QFocusEvent lost(QEvent::FocusOut, Qt::ActiveWindowFocusReason);
+    QCoreApplication::sendEvent(&window(), &lost);
+    EXPECT_FALSE(popover->isShown());
+}
+
+TEST_F(QuickPopoverTest, IsOnlyClosedWhenTheWindowManagerWantsItGone) {
+    show();
+    QCloseEvent gone;
+    QCoreApplication::sendEvent(&window(), &gone);
+    EXPECT_FALSE(popover->isShown());
+    show();
+    EXPECT_TRUE(popover->isShown());
+}
+
+TEST_F(QuickPopoverTest, KnowsTheClickThatClosedItForAMoment) {
+    show();
+    popover->close();
+    EXPECT_TRUE(popover->wasClosedByThisClick());
+    machine.advance(milliseconds(299));
+    EXPECT_TRUE(popover->wasClosedByThisClick());
+    machine.advance(milliseconds(1));
+    EXPECT_FALSE(popover->wasClosedByThisClick());
+    show();
+    EXPECT_FALSE(popover->wasClosedByThisClick());
+}
+
+TEST_F(QuickPopoverTest, OpensTheSectionsInUseEachTimeItAppears) {
+    show();
+    EXPECT_FALSE(machine.menu->expandAuto());
+    popover->close();
+    machine.manager->triggers().setAutomationEnabled(true);
+    show();
+    EXPECT_TRUE(machine.menu->expandAuto());
+}
+
+TEST_F(QuickPopoverTest, KeepsWhatTheUserWasAboutToChooseWhileItIsClosed) {
+    show();
+    const QDateTime chosen = machine.menu->customDate().addDays(1);
+    machine.menu->setCustomDate(chosen);
+    popover->close();
+    show();
+    EXPECT_EQ(machine.menu->customDate(), chosen);
+}
+
+TEST_F(QuickPopoverTest, SpeaksTheLanguageThatWasChosenSinceItWasLastOpen) {
+    show();
+    EXPECT_EQ(item("statusLabel").property("text").toString(), "Inactive");
+    popover->close();
+    machine.defaults.set(Lang::setting, std::string("de"));
+    show();
+    EXPECT_EQ(item("statusLabel").property("text").toString(), "Inaktiv");
+}
+
+TEST_F(QuickPopoverTest, FollowsTheAppearanceWhileItIsOpen) {
+    show();
+    const QColor light = window().grabWindow().pixelColor(40, window().height() / 2);
+    machine.look.setDark(true);
+    settle();
+    const QColor dark = window().grabWindow().pixelColor(40, window().height() / 2);
+    EXPECT_GT(light.lightness(), dark.lightness() + 100);
+}
+
+}  // namespace
+}  // namespace corvane
