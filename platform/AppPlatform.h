@@ -2,12 +2,16 @@
 
 #include <memory>
 
+#include "platform/Appearance.h"
 #include "platform/Displays.h"
 #include "platform/HelperConnection.h"
 #include "platform/HelperInstaller.h"
+#include "platform/HotKeyService.h"
 #include "platform/HttpsClient.h"
+#include "platform/InstalledApplications.h"
 #include "platform/Locale.h"
 #include "platform/Log.h"
+#include "platform/LoginItem.h"
 #include "platform/MainLoop.h"
 #include "platform/NotificationCenter.h"
 #include "platform/PowerAssertions.h"
@@ -15,6 +19,8 @@
 #include "platform/ResumeObserver.h"
 #include "platform/RunningApplications.h"
 #include "platform/SerialQueue.h"
+#include "platform/SingleInstance.h"
+#include "platform/StatusItem.h"
 #include "platform/ThermalStateMonitor.h"
 #include "platform/UrlOpener.h"
 #include "platform/UserDefaults.h"
@@ -37,6 +43,7 @@ public:
     /// The main loop as a queue, which all services bring their results to.
     virtual SerialQueue& mainQueue() = 0;
 
+    virtual std::unique_ptr<SingleInstance> makeSingleInstance() = 0;
     virtual std::unique_ptr<UserDefaults> makeUserDefaults() = 0;
     virtual std::unique_ptr<Locale> makeLocale() = 0;
     virtual std::unique_ptr<NotificationCenter> makeNotificationCenter() = 0;
@@ -51,6 +58,13 @@ public:
     virtual std::unique_ptr<Volumes> makeVolumes() = 0;
     virtual std::unique_ptr<HttpsClient> makeHttpsClient() = 0;
     virtual std::unique_ptr<UrlOpener> makeUrlOpener() = 0;
+    virtual std::unique_ptr<Appearance> makeAppearance() = 0;
+    /// `appearance` outlives the item.
+    virtual std::unique_ptr<StatusItem> makeStatusItem(Appearance& appearance) = 0;
+    virtual std::unique_ptr<LoginItem> makeLoginItem() = 0;
+    /// `locale` outlives the applications.
+    virtual std::unique_ptr<InstalledApplications> makeInstalledApplications(const Locale& locale) = 0;
+    virtual std::unique_ptr<HotKeyService> makeHotKeyService() = 0;
 };
 
 }  // namespace corvane

@@ -41,8 +41,4 @@ Application::Application(AppPlatform& platform)
     resumeObserver_->observe([this] { manager_.fan().resumeAfterSuspend(); });
 }
 
-void Application::start() {
-    manager_.updates().check();
-}
-
 }  // namespace corvane

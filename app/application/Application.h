@@ -17,11 +17,16 @@ public:
     /// the drives that it left. `platform` outlives the application.
     explicit Application(AppPlatform& platform);
 
-    /// What is done once everything is there: asks for updates.
-    void start();
-
     /// The root model.
     [[nodiscard]] SleepManager& manager() { return manager_; }
+
+    // What the user interface needs of the platform too.
+
+    [[nodiscard]] UserDefaults& defaults() { return *defaults_; }
+    [[nodiscard]] const Locale& locale() const { return *locale_; }
+    [[nodiscard]] PowerSources& powerSources() { return *powerSources_; }
+    [[nodiscard]] Volumes& volumes() { return *volumes_; }
+    [[nodiscard]] const Lang& lang() const { return lang_; }
 
 private:
     // In the order in which the platform makes them.

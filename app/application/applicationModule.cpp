@@ -2,22 +2,62 @@
 
 #include "entry/ApplicationModule.h"
 
-#include <QCoreApplication>
+#include <QGuiApplication>
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
 #include <string>
 #include <variant>
 
 #include "app/application/runApplication.h"
+#include "app/popover/QuickPopover.h"
+#include "platform/linux/gui/DesktopDisplay.h"
 #include "platform/select/selectAppPlatform.h"
+
+namespace corvane {
+
+namespace {
+
+const char* environment(const char* name) {
+    return std::getenv(name);
+}
+
+int fail(const std::string& problem) {
+    std::fprintf(stderr, "corvane: %s\n", problem.c_str());
+    return EXIT_FAILURE;
+}
+
+/// For Qt, which reads them when it starts. A small panel is drawn by the processor: that takes less memory
+/// and time than to wake the graphics hardware for it.
+void prepareQt(const DesktopDisplay& display) {
+    constexpr int keepOthers = 0;
+    setenv("QT_QPA_PLATFORM", display.qtPlatform.c_str(), 1);
+    setenv("QT_QUICK_BACKEND", "software", keepOthers);
+    QGuiApplication::setApplicationName("Corvane");
+    QGuiApplication::setDesktopFileName("de.tavrin.corvane");
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+}
+
+int runOnDesktop(int argc, char** argv, const PlatformOptions& options) {
+    const auto display = DesktopDisplay::find(environment);
+    if (const auto* problem = std::get_if<std::string>(&display)) {
+        return fail(*problem);
+    }
+    prepareQt(std::get<DesktopDisplay>(display));
+    const QGuiApplication application(argc, argv);
+    return runApplication(*selectAppPlatform(options),
+                          [](const PanelModels& models) { return std::make_unique<QuickPopover>(models); });
+}
+
+}  // namespace
+
+}  // namespace corvane
 
 extern "C" [[gnu::visibility("default")]] int corvaneApplicationMain(int argc, char** argv) {
     using namespace corvane;
-    const auto options = PlatformOptions::fromEnvironment([](const char* name) { return std::getenv(name); });
+    const auto options = PlatformOptions::fromEnvironment(environment);
     if (const auto* mistake = std::get_if<std::string>(&options)) {
-        std::fprintf(stderr, "corvane: %s\n", mistake->c_str());
-        return EXIT_FAILURE;
+        return fail(*mistake);
     }
-    const QCoreApplication application(argc, argv);
-    return runApplication(*selectAppPlatform(std::get<PlatformOptions>(options)));
+    return runOnDesktop(argc, argv, std::get<PlatformOptions>(options));
 }

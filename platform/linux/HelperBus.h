@@ -11,9 +11,11 @@ namespace corvane {
 struct HelperBus {
     std::string name = "system";
 
+    [[nodiscard]] bool isSystem() const { return name == "system"; }
+
     /// Connects; throws sdbus::Error.
     [[nodiscard]] std::unique_ptr<sdbus::IConnection> connect() const {
-        if (name == "system") {
+        if (isSystem()) {
             return sdbus::createSystemBusConnection();
         }
         if (name == "session") {

@@ -1,6 +1,6 @@
 #include "platform/select/selectAppPlatform.h"
 
-#include "platform/linux/desktop/LinuxAppPlatform.h"
+#include "platform/linux/gui/LinuxAppPlatform.h"
 #include "platform/simulated/ScenarioSurroundings.h"
 #include "platform/simulated/SimulatedPowerAssertions.h"
 

@@ -7,8 +7,6 @@
 #include <gtest/gtest.h>
 
 #include "app/application/Application.h"
-#include "app/application/runApplication.h"
-#include "app/shell/BuildInfo.h"
 #include "tests/app/application/TestAppPlatform.h"
 
 namespace corvane {
@@ -20,54 +18,9 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
 
-TEST(RunApplication, HoldsTerminationSignalsBeforeItDoesAnythingElse) {
-    TestAppPlatform platform;
-    platform.loop.raiseAfter(3s);
-    EXPECT_EQ(runApplication(platform), 0);
-    EXPECT_THAT(platform.events.events, ElementsAre("[signals held]", "Corvane: the fan helper is installed",
-                                                    "[signals handled]", "[main loop]", "[helper]"));
-}
-
-TEST(RunApplication, EndsAtASignalWithoutAWordToTheHelperWhichThenReleasesByItself) {
-    TestAppPlatform platform;
-    platform.loop.scripted(3s, [&] {
-        platform.helper.service->setFanFloorWithPercentWithReply(80, [](bool, const std::string&) {});
-    });
-    platform.loop.raiseAfter(4s);
-    EXPECT_EQ(runApplication(platform), 0);
-    EXPECT_TRUE(platform.helper.mac.isAnyFanForced());
-    platform.helper.advance(12s);
-    EXPECT_FALSE(platform.helper.mac.isAnyFanForced());
-}
-
-TEST(RunApplication, ReleasesWhatAnEarlierRunLeftBehind) {
-    TestAppPlatform platform;
-    platform.helper.start();
-    platform.helper.setFloor(70);
-    platform.helper.setLid(true);
-    platform.helper.advance(1s);
-    ASSERT_TRUE(platform.helper.mac.isAnyFanForced());
-
-    platform.loop.raiseAfter(3s);
-    runApplication(platform);
-    EXPECT_FALSE(platform.helper.mac.isAnyFanForced());
-    EXPECT_FALSE(platform.helper.sleepSetting.isSleepDisabled());
-}
-
-TEST(RunApplication, SaysWhenThereIsNoHelper) {
-    TestAppPlatform platform;
-    platform.isHelperInstalled = false;
-    platform.loop.raiseAfter(1s);
-    EXPECT_EQ(runApplication(platform), 0);
-    EXPECT_THAT(platform.events.events, Contains("Corvane: the fan helper is not installed"));
-}
-
 class ApplicationTest : public testing::Test {
 protected:
-    void SetUp() override {
-        application.start();
-        platform.helper.advance(2s);
-    }
+    void SetUp() override { platform.helper.advance(2s); }
 
     TestAppPlatform platform;
     Application application{platform};
@@ -126,7 +79,6 @@ class RestartedApplicationTest : public testing::Test {
 protected:
     void start() {
         application.emplace(platform);
-        application->start();
         platform.helper.advance(2s);
     }
 
@@ -186,11 +138,6 @@ TEST_F(RestartedApplicationTest, HoldsNothingThatIsNotStored) {
     EXPECT_THAT(platform.power->held(), IsEmpty());
     EXPECT_FALSE(application->manager().lid().enabled());
     EXPECT_FALSE(application->manager().anythingActive());
-}
-
-TEST_F(RestartedApplicationTest, AsksForUpdatesJustWhenItWasBuiltWithAFeed) {
-    start();
-    EXPECT_EQ(platform.web->requests().size(), std::string_view(BuildInfo::updateFeed).empty() ? 0U : 1U);
 }
 
 }  // namespace

@@ -11,14 +11,20 @@
 #include "platform/simulated/MemoryUserDefaults.h"
 #include "platform/simulated/RecordingNotificationCenter.h"
 #include "platform/simulated/RecordingUrlOpener.h"
+#include "platform/simulated/SimulatedAppearance.h"
 #include "platform/simulated/SimulatedDisplays.h"
 #include "platform/simulated/SimulatedHelperHost.h"
+#include "platform/simulated/SimulatedHotKeyService.h"
 #include "platform/simulated/SimulatedHttpsClient.h"
+#include "platform/simulated/SimulatedInstalledApplications.h"
 #include "platform/simulated/SimulatedInstaller.h"
 #include "platform/simulated/SimulatedLocale.h"
+#include "platform/simulated/SimulatedLoginItem.h"
 #include "platform/simulated/SimulatedPowerAssertions.h"
 #include "platform/simulated/SimulatedPowerSources.h"
 #include "platform/simulated/SimulatedRunningApplications.h"
+#include "platform/simulated/SimulatedSingleInstance.h"
+#include "platform/simulated/SimulatedStatusItem.h"
 #include "platform/simulated/SimulatedThermalState.h"
 #include "platform/simulated/SimulatedVolumes.h"
 #include "tests/helper/HelperMachine.h"
@@ -35,6 +41,11 @@ public:
     MainLoop& mainLoop() override { return loop; }
     SerialQueue& mainQueue() override { return queue; }
 
+    std::unique_ptr<SingleInstance> makeSingleInstance() override {
+        auto made = std::make_unique<SimulatedSingleInstance>(startAs);
+        singleInstance = made.get();
+        return made;
+    }
     std::unique_ptr<UserDefaults> makeUserDefaults() override {
         auto made = std::make_unique<MemoryUserDefaults>();
         for (const auto& [key, value] : storedAtFirst) {
@@ -48,7 +59,7 @@ public:
         return std::make_unique<RecordingNotificationCenter>(queue);
     }
     std::unique_ptr<HelperConnector> makeHelperConnector() override {
-        return std::make_unique<SimulatedHelperHost>(queue, [this] {
+        auto host = std::make_unique<SimulatedHelperHost>(queue, [this] {
             events.write("[helper]");
             // One that runs already serves whoever comes.
             if (!helper.service) {
@@ -56,6 +67,8 @@ public:
             }
             return helper.service;
         });
+        host->setInstalled(isHelperInstalled);
+        return host;
     }
     std::unique_ptr<HelperInstaller> makeHelperInstaller() override {
         auto made = std::make_unique<SimulatedInstaller>();
@@ -91,6 +104,21 @@ public:
         return made;
     }
     std::unique_ptr<UrlOpener> makeUrlOpener() override { return std::make_unique<RecordingUrlOpener>(); }
+    std::unique_ptr<StatusItem> makeStatusItem(Appearance& /*appearance*/) override {
+        auto made = std::make_unique<SimulatedStatusItem>();
+        statusItem = made.get();
+        return made;
+    }
+    std::unique_ptr<Appearance> makeAppearance() override { return std::make_unique<SimulatedAppearance>(); }
+    std::unique_ptr<LoginItem> makeLoginItem() override { return std::make_unique<SimulatedLoginItem>(); }
+    std::unique_ptr<InstalledApplications> makeInstalledApplications(const Locale& /*locale*/) override {
+        return std::make_unique<SimulatedInstalledApplications>(queue);
+    }
+    std::unique_ptr<HotKeyService> makeHotKeyService() override {
+        auto made = std::make_unique<SimulatedHotKeyService>();
+        keyboard = made.get();
+        return made;
+    }
     std::unique_ptr<ResumeObserver> makeResumeObserver() override { return std::make_unique<Resumes>(*this); }
 
     HelperMachine helper;
@@ -98,6 +126,7 @@ public:
     EventLog events;
     TestMainLoop loop{helper.time, events};
     bool isHelperInstalled = true;
+    Start startAs;
     /// What the last run left in the settings.
     std::map<std::string, DefaultsValue> storedAtFirst;
     RunningApplications::Identifiers runningAtFirst;
@@ -107,6 +136,9 @@ public:
     SimulatedPowerAssertions* power = nullptr;
     SimulatedVolumes* volumes = nullptr;
     SimulatedHttpsClient* web = nullptr;
+    SimulatedSingleInstance* singleInstance = nullptr;
+    SimulatedStatusItem* statusItem = nullptr;
+    SimulatedHotKeyService* keyboard = nullptr;
     /// Tells the application that the computer is back from a suspend.
     std::function<void()> resume;
 

@@ -37,7 +37,9 @@ protected:
                 {"CORVANE_HELPER_BUS", bus.address()},
                 {"DBUS_SESSION_BUS_ADDRESS", bus.address()},
                 {"DBUS_SYSTEM_BUS_ADDRESS", bus.address()},
-                {"XDG_CONFIG_HOME", folder.path().string()}};
+                {"XDG_CONFIG_HOME", folder.path().string()},
+                {"XDG_RUNTIME_DIR", folder.path().string()},
+                {"QT_QPA_PLATFORM", "offscreen"}};
     }
 
     /// A copy of the executable where no module is.
@@ -99,6 +101,32 @@ TEST_F(ApplicationProgramTest, FindsItsModuleInTheLibraryFolderOfItsPrefix) {
     EXPECT_TRUE(application.waitForError("Corvane: the fan helper is ")) << application.errors();
     application.signal(SIGTERM);
     EXPECT_EQ(application.wait(), 0) << application.errors();
+}
+
+TEST_F(ApplicationProgramTest, SaysThatThereIsNoDisplay) {
+    std::map<std::string, std::string> blind = environment();
+    blind["QT_QPA_PLATFORM"] = "";
+    blind["DISPLAY"] = "";
+    blind["WAYLAND_DISPLAY"] = "";
+    ChildProcess application(program, {}, blind);
+    EXPECT_EQ(application.wait(), 1);
+    EXPECT_EQ(application.errors(),
+              "corvane: there is no display to show anything on: neither DISPLAY nor "
+              "WAYLAND_DISPLAY leads to one\n");
+}
+
+TEST_F(ApplicationProgramTest, EndsAtOnceWhenItRunsAlready) {
+    ChildProcess first(program, {}, environment());
+    ASSERT_TRUE(first.waitForError("Corvane: the fan helper is ")) << first.errors();
+    ChildProcess second(program, {}, environment());
+    EXPECT_EQ(second.wait(), 0) << second.errors();
+    EXPECT_EQ(second.errors(), "");
+    first.signal(SIGTERM);
+    EXPECT_EQ(first.wait(), 0) << first.errors();
+    ChildProcess third(program, {}, environment());
+    EXPECT_TRUE(third.waitForError("Corvane: the fan helper is ")) << "the first one has left";
+    third.signal(SIGTERM);
+    EXPECT_EQ(third.wait(), 0);
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-#include "platform/linux/desktop/LinuxAppPlatform.h"
+#include "platform/linux/gui/LinuxAppPlatform.h"
 
 #include <cstdlib>
 #include <utility>
@@ -15,10 +15,17 @@
 #include "platform/linux/desktop/PkexecInstaller.h"
 #include "platform/linux/desktop/QtHttpsClient.h"
 #include "platform/linux/desktop/SessionApplications.h"
+#include "platform/linux/desktop/SuppliedHelper.h"
 #include "platform/linux/desktop/SysfsPowerSupplies.h"
 #include "platform/linux/desktop/UDisksVolumes.h"
 #include "platform/linux/desktop/UPowerSources.h"
+#include "platform/linux/desktop/UserSingleInstance.h"
+#include "platform/linux/desktop/XdgInstalledApplications.h"
+#include "platform/linux/desktop/XdgLoginItem.h"
 #include "platform/linux/desktop/XdgUrlOpener.h"
+#include "platform/linux/desktop/makeHotKeys.h"
+#include "platform/linux/gui/DesktopAppearance.h"
+#include "platform/linux/gui/DesktopStatusItem.h"
 
 namespace corvane {
 
@@ -55,6 +62,10 @@ BusThread& LinuxAppPlatform::sessionBus() {
     return started(sessionBus_, "session bus");
 }
 
+std::unique_ptr<SingleInstance> LinuxAppPlatform::makeSingleInstance() {
+    return std::make_unique<UserSingleInstance>(instanceFolder(environment), log_);
+}
+
 std::unique_ptr<UserDefaults> LinuxAppPlatform::makeUserDefaults() {
     return std::make_unique<JsonUserDefaults>(settingsPath(environment), log_);
 }
@@ -72,6 +83,9 @@ std::unique_ptr<HelperConnector> LinuxAppPlatform::makeHelperConnector() {
 }
 
 std::unique_ptr<HelperInstaller> LinuxAppPlatform::makeHelperInstaller() {
+    if (!helperBus_.isSystem()) {
+        return std::make_unique<SuppliedHelper>();
+    }
     return std::make_unique<PkexecInstaller>(files_, PkexecInstaller::Paths{.folder = applicationFolder()});
 }
 
@@ -113,6 +127,28 @@ std::unique_ptr<HttpsClient> LinuxAppPlatform::makeHttpsClient() {
 
 std::unique_ptr<UrlOpener> LinuxAppPlatform::makeUrlOpener() {
     return std::make_unique<XdgUrlOpener>();
+}
+
+std::unique_ptr<Appearance> LinuxAppPlatform::makeAppearance() {
+    return std::make_unique<DesktopAppearance>(sessionBus(), mainQueue_, environment);
+}
+
+std::unique_ptr<StatusItem> LinuxAppPlatform::makeStatusItem(Appearance& appearance) {
+    return std::make_unique<DesktopStatusItem>(
+        sessionBus(), mainQueue_, appearance, environment,
+        DesktopStatusItem::Options{.display = trayDisplay(environment)});
+}
+
+std::unique_ptr<LoginItem> LinuxAppPlatform::makeLoginItem() {
+    return std::make_unique<XdgLoginItem>(files_, log_, autostartFile(environment), executablePath());
+}
+
+std::unique_ptr<InstalledApplications> LinuxAppPlatform::makeInstalledApplications(const Locale& locale) {
+    return std::make_unique<XdgInstalledApplications>(mainQueue_, locale, environment);
+}
+
+std::unique_ptr<HotKeyService> LinuxAppPlatform::makeHotKeyService() {
+    return makeHotKeys(environment, sessionBus(), mainQueue_, log_);
 }
 
 }  // namespace corvane

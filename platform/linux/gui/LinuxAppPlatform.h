@@ -13,7 +13,8 @@
 
 namespace corvane {
 
-/// The application on a Linux desktop. Made after the QCoreApplication.
+/// The application on a Linux desktop. Made after the QCoreApplication, which is a QGuiApplication where
+/// anything of the application is to be seen.
 class LinuxAppPlatform : public AppPlatform {
 public:
     LinuxAppPlatform(HelperBus helperBus, std::string sysfsRoot);
@@ -22,6 +23,7 @@ public:
     Log& log() override { return log_; }
     MainLoop& mainLoop() override { return mainLoop_; }
     SerialQueue& mainQueue() override { return mainQueue_; }
+    std::unique_ptr<SingleInstance> makeSingleInstance() override;
     std::unique_ptr<UserDefaults> makeUserDefaults() override;
     std::unique_ptr<Locale> makeLocale() override;
     std::unique_ptr<NotificationCenter> makeNotificationCenter() override;
@@ -36,6 +38,11 @@ public:
     std::unique_ptr<Volumes> makeVolumes() override;
     std::unique_ptr<HttpsClient> makeHttpsClient() override;
     std::unique_ptr<UrlOpener> makeUrlOpener() override;
+    std::unique_ptr<Appearance> makeAppearance() override;
+    std::unique_ptr<StatusItem> makeStatusItem(Appearance& appearance) override;
+    std::unique_ptr<LoginItem> makeLoginItem() override;
+    std::unique_ptr<InstalledApplications> makeInstalledApplications(const Locale& locale) override;
+    std::unique_ptr<HotKeyService> makeHotKeyService() override;
 
 private:
     // Each bus has its thread, so that a desktop that hangs does not hold up the way to the helper. They are

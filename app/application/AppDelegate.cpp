@@ -1,0 +1,127 @@
+#include "app/application/AppDelegate.h"
+
+#include <utility>
+
+#include <fmt/printf.h>
+
+namespace corvane {
+
+namespace {
+
+std::optional<QPoint> pointOf(const StatusItemAnchor& anchor) {
+    return anchor.point ? std::optional(QPoint(anchor.point->x, anchor.point->y)) : std::nullopt;
+}
+
+}  // namespace
+
+AppDelegate::AppDelegate(AppDelegateServices services)
+    : services_(std::move(services)),
+      menu_({services_.manager, services_.lang, [this] { openPopover(); }, [this] { toggleKeepAwake(); },
+             [this] { toggleFanBoost(); }, services_.quit}) {}
+
+AppDelegate::~AppDelegate() {
+    services_.hotkeys.setHandler(nullptr);
+    services_.statusItem.setHandlers({});
+}
+
+void AppDelegate::applicationDidFinishLaunching() {
+    services_.statusItem.setImage(StatusImage::gauge50);
+    services_.statusItem.setHandlers({.activated = [this](const auto& anchor) { togglePopover(anchor); },
+                                      .chosen = [this](int id) { menu_.choose(id); }});
+    followModels();
+    updateIconSoon();
+    openAfterANewBuild();
+    services_.manager.updates().check();
+    services_.hotkeys.setHandler([this](Hotkeys::Action action) { perform(action); });
+    services_.hotkeys.setEnabled(services_.defaults.get<bool>(hotkeysSetting).value_or(true));
+}
+
+/// The fan controller's time advances with each poll, so that a setting shows within a second of its change.
+void AppDelegate::followModels() {
+    SleepManager& manager = services_.manager;
+    const auto soon = &AppDelegate::updateIconSoon;
+    connect(&services_.header, &StatusHeader::changed, this, soon);
+    connect(&manager, &SleepManager::anythingActiveChanged, this, soon);
+    connect(&manager, &SleepManager::activeKindsChanged, this, soon);
+    connect(&manager.fan(), &FanController::nowChanged, this, soon);
+    connect(&manager.fan(), &FanController::cpuTempChanged, this, soon);
+    connect(&manager.fan(), &FanController::cpuTempSmoothedChanged, this, soon);
+    connect(&manager.fan(), &FanController::fansEnabledChanged, this, soon);
+    connect(&manager.fan(), &FanController::helperInstalledChanged, this, soon);
+    connect(&manager.triggers(), &TriggerManager::activeChanged, this, soon);
+}
+
+/// Once for all that changes in one turn of the main loop.
+void AppDelegate::updateIconSoon() {
+    if (!std::exchange(isIconOutdated_, true)) {
+        services_.mainLoop.async(lifetime_.bound([this] {
+            isIconOutdated_ = false;
+            updateIcon();
+        }));
+    }
+}
+
+void AppDelegate::updateIcon() {
+    const bool isActive = services_.manager.anythingActive();
+    services_.statusItem.setImage(isActive ? StatusImage::gauge100 : StatusImage::gauge50);
+    services_.statusItem.setTitle(temperatureTitle());
+    services_.statusItem.setToolTip("Corvane", services_.header.label().toStdString());
+    services_.statusItem.setMenu(menu_.entries());
+}
+
+std::string AppDelegate::temperatureTitle() const {
+    const FanController& fan = services_.manager.fan();
+    const auto celsius = fan.cpuTempSmoothed() ? fan.cpuTempSmoothed() : fan.cpuTemp();
+    const bool isWanted = services_.defaults.get<bool>(showTemperatureSetting).value_or(false);
+    return isWanted && celsius ? fmt::sprintf(" %.0f°", *celsius) : std::string();
+}
+
+void AppDelegate::openAfterANewBuild() {
+    const bool isNew = services_.defaults.get<std::string>(lastBuildSetting) != services_.buildNumber;
+    services_.defaults.set(lastBuildSetting, services_.buildNumber);
+    if (isNew) {
+        openingTimer_ = services_.mainLoop.after(firstOpeningDelay, [this] { openPopover(); });
+    }
+}
+
+void AppDelegate::togglePopover(const StatusItemAnchor& anchor) {
+    anchor_ = pointOf(anchor);
+    if (services_.popover.isShown()) {
+        services_.popover.close();
+    } else if (!services_.popover.wasClosedByThisClick()) {
+        openPopover();
+    }
+}
+
+void AppDelegate::openPopover() {
+    services_.popover.show(anchor_);
+}
+
+void AppDelegate::perform(Hotkeys::Action action) {
+    switch (action) {
+        case Hotkeys::Action::toggleKeepAwake:
+            return toggleKeepAwake();
+        case Hotkeys::Action::toggleFanBoost:
+            return toggleFanBoost();
+    }
+}
+
+void AppDelegate::toggleKeepAwake() {
+    SleepManager& manager = services_.manager;
+    if (manager.activeKinds().empty()) {
+        const WallTime end =
+            services_.mainLoop.wallTime() + std::chrono::duration_cast<WallTime::duration>(hotkeySession);
+        manager.apply({SleepManager::Kind::system, SleepManager::Kind::display}, end);
+    } else {
+        manager.stopSession();
+    }
+}
+
+void AppDelegate::toggleFanBoost() {
+    FanController& fan = services_.manager.fan();
+    if (fan.helperInstalled()) {
+        fan.setFansEnabled(!fan.fansEnabled());
+    }
+}
+
+}  // namespace corvane

@@ -1,0 +1,69 @@
+#include "platform/linux/gui/DesktopDisplay.h"
+
+#include <cstring>
+#include <filesystem>
+
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+#include <xcb/xcb.h>
+
+namespace corvane {
+
+namespace {
+
+std::string valueOf(const EnvironmentLookup& environment, const char* name) {
+    const char* const value = environment(name);
+    return value == nullptr ? "" : value;
+}
+
+bool answersX11(const std::string& display) {
+    if (display.empty()) {
+        return false;
+    }
+    xcb_connection_t* const connection = xcb_connect(display.c_str(), nullptr);
+    const bool isThere = xcb_connection_has_error(connection) == 0;
+    xcb_disconnect(connection);
+    return isThere;
+}
+
+bool acceptsConnections(const std::string& path) {
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    if (path.size() >= sizeof address.sun_path) {
+        return false;
+    }
+    std::memcpy(address.sun_path, path.c_str(), path.size() + 1);
+    const int descriptor = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    // The socket interface takes every kind of address by this type.
+    const bool isThere = descriptor >= 0 && connect(descriptor, reinterpret_cast<const sockaddr*>(&address),
+                                                    sizeof address) == 0;
+    if (descriptor >= 0) {
+        close(descriptor);
+    }
+    return isThere;
+}
+
+bool answersWayland(const EnvironmentLookup& environment) {
+    const std::string display = valueOf(environment, "WAYLAND_DISPLAY");
+    // A name is one below the user's runtime folder; an absolute path replaces that.
+    const auto path = std::filesystem::path(valueOf(environment, "XDG_RUNTIME_DIR")) / display;
+    return !display.empty() && path.is_absolute() && acceptsConnections(path);
+}
+
+}  // namespace
+
+std::variant<DesktopDisplay, std::string> DesktopDisplay::find(const EnvironmentLookup& environment) {
+    if (const std::string wanted = valueOf(environment, "QT_QPA_PLATFORM"); !wanted.empty()) {
+        return DesktopDisplay{wanted};
+    }
+    if (answersX11(valueOf(environment, "DISPLAY"))) {
+        return DesktopDisplay{"xcb"};
+    }
+    if (answersWayland(environment)) {
+        return DesktopDisplay{"wayland"};
+    }
+    return "there is no display to show anything on: neither DISPLAY nor WAYLAND_DISPLAY leads to one";
+}
+
+}  // namespace corvane

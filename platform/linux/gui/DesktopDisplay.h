@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+#include <variant>
+
+#include "platform/linux/desktop/EnvironmentLookup.h"
+
+namespace corvane {
+
+/// Where windows can be shown.
+struct DesktopDisplay {
+    /// What Qt calls the way there: "xcb", "wayland", or whatever the user wants.
+    std::string qtPlatform;
+
+    /// What this environment leads to, or in English why there is nothing. Qt would end the process if it
+    /// looked by itself and found nothing. An X server is preferred, a Wayland compositor's own one included:
+    /// only there a pop-up lies where it is put. Waits for the display to answer.
+    static std::variant<DesktopDisplay, std::string> find(const EnvironmentLookup& environment);
+};
+
+}  // namespace corvane

@@ -1,0 +1,84 @@
+#include <cstring>
+#include <map>
+#include <string>
+#include <variant>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include "platform/linux/gui/DesktopDisplay.h"
+#include "tests/support/TemporaryFolder.h"
+
+namespace corvane {
+namespace {
+
+using Environment = std::map<std::string, std::string>;
+
+std::variant<DesktopDisplay, std::string> find(const Environment& environment) {
+    return DesktopDisplay::find([&](const char* name) {
+        const auto found = environment.find(name);
+        return found == environment.end() ? nullptr : found->second.c_str();
+    });
+}
+
+std::string qtPlatform(const Environment& environment) {
+    const auto found = find(environment);
+    const auto* display = std::get_if<DesktopDisplay>(&found);
+    return display == nullptr ? "none: " + std::get<std::string>(found) : display->qtPlatform;
+}
+
+constexpr const char* nothing =
+    "none: there is no display to show anything on: neither DISPLAY nor WAYLAND_DISPLAY leads to one";
+
+/// Somebody who listens on a socket.
+class Listener {
+public:
+    explicit Listener(const std::string& path) {
+        sockaddr_un address{};
+        address.sun_family = AF_UNIX;
+        std::memcpy(address.sun_path, path.c_str(), path.size() + 1);
+        EXPECT_EQ(bind(descriptor_, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+        EXPECT_EQ(listen(descriptor_, 1), 0);
+    }
+    Listener(const Listener&) = delete;
+    Listener& operator=(const Listener&) = delete;
+    ~Listener() { close(descriptor_); }
+
+private:
+    int descriptor_ = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+};
+
+TEST(DesktopDisplay, IsWhateverTheUserWants) {
+    EXPECT_EQ(qtPlatform({{"QT_QPA_PLATFORM", "offscreen"}}), "offscreen");
+    EXPECT_EQ(qtPlatform({{"QT_QPA_PLATFORM", "wayland"}, {"DISPLAY", ":0"}}), "wayland");
+}
+
+TEST(DesktopDisplay, IsMissingWhereNothingIsNamed) {
+    EXPECT_EQ(qtPlatform({}), nothing);
+    EXPECT_EQ(qtPlatform({{"DISPLAY", ""}, {"WAYLAND_DISPLAY", ""}, {"QT_QPA_PLATFORM", ""}}), nothing);
+}
+
+TEST(DesktopDisplay, IsMissingWhereNobodyAnswers) {
+    const TemporaryFolder folder;
+    const std::string runtime = folder.path().string();
+    EXPECT_EQ(qtPlatform({{"DISPLAY", ":4711"}}), nothing);
+    EXPECT_EQ(qtPlatform({{"DISPLAY", "no display"}}), nothing);
+    EXPECT_EQ(qtPlatform({{"WAYLAND_DISPLAY", "wayland-0"}, {"XDG_RUNTIME_DIR", runtime}}), nothing);
+    EXPECT_EQ(qtPlatform({{"WAYLAND_DISPLAY", "wayland-0"}}), nothing);
+    EXPECT_EQ(qtPlatform({{"WAYLAND_DISPLAY", "/" + std::string(300, 'x')}}), nothing);
+}
+
+TEST(DesktopDisplay, IsTheCompositorThatListens) {
+    const TemporaryFolder folder;
+    const std::string runtime = folder.path().string();
+    const Listener compositor(runtime + "/wayland-0");
+    EXPECT_EQ(qtPlatform({{"WAYLAND_DISPLAY", "wayland-0"}, {"XDG_RUNTIME_DIR", runtime}}), "wayland");
+    EXPECT_EQ(qtPlatform({{"WAYLAND_DISPLAY", runtime + "/wayland-0"}}), "wayland");
+    EXPECT_EQ(qtPlatform({{"DISPLAY", ":4711"}, {"WAYLAND_DISPLAY", runtime + "/wayland-0"}}), "wayland");
+}
+
+}  // namespace
+}  // namespace corvane
