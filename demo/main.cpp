@@ -1,25 +1,31 @@
-// corvane-demo BUS CONTROL-FILE: shows the fan helper that serves on BUS at work.
+// corvane-demo PICTURES: shows Corvane at work on the simulated Mac that the environment names, whose helper
+// serves already, and leaves pictures of the panel in that folder.
 
+#include <QGuiApplication>
 #include <cstdio>
 #include <cstdlib>
+#include <exception>
+#include <string>
+#include <variant>
 
-#include <sdbus-c++/Error.h>
-
-#include "demo/FanDemo.h"
-#include "platform/linux/AsioSerialQueue.h"
+#include "demo/PanelDemo.h"
+#include "platform/select/selectAppPlatform.h"
 
 int main(int argc, char** argv) {
-    if (argc != 3) {
-        std::fputs("usage: corvane-demo BUS CONTROL-FILE\n", stderr);
+    using namespace corvane;
+    const auto options = PlatformOptions::fromEnvironment([](const char* name) { return std::getenv(name); });
+    const auto* chosen = std::get_if<PlatformOptions>(&options);
+    if (argc != 2 || chosen == nullptr || chosen->scenarioPath.empty()) {
+        std::fputs("usage: corvane-demo PICTURES, with CORVANE_SMC=simulated and CORVANE_SIMULATION\n",
+                   stderr);
         return EXIT_FAILURE;
     }
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    const QGuiApplication application(argc, argv);
     try {
-        corvane::HelperProxy helper({argv[1]});
-        corvane::AsioSerialQueue queue("demo");
-        bool isReleased = false;
-        queue.sync([&] { isReleased = corvane::FanDemo(helper, queue, argv[2]).run(); });
-        return isReleased ? EXIT_SUCCESS : EXIT_FAILURE;
-    } catch (const sdbus::Error& error) {
+        const auto platform = selectAppPlatform(*chosen);
+        return PanelDemo(*platform, {chosen->scenarioPath, argv[1]}).run() ? EXIT_SUCCESS : EXIT_FAILURE;
+    } catch (const std::exception& error) {
         std::fprintf(stderr, "corvane-demo: %s\n", error.what());
         return EXIT_FAILURE;
     }
