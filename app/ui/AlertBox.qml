@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Layouts
 import QtQuick.Templates as T
+import Corvane
 
 // A question over the whole panel, which waits for the answer. Bind `visible`; Enter accepts, Escape rejects, and the
 // box stays until `visible` says otherwise.

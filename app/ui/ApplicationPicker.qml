@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Layouts
 import QtQuick.Templates as T
+import Corvane
 
 // Lets the user choose one of the installed applications, over the whole panel. Told with `chosen`; closes by itself.
 T.Popup {

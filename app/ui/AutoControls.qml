@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Layouts
+import Corvane
 
 // A floor that follows the temperature.
 ColumnLayout {

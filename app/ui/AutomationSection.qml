@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Layouts
+import Corvane
 
 // The user's rules: what the computer stays awake for by itself.
 FeatureSection {

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Layouts
+import Corvane
 
 // Says something that stands out.
 BannerBody {

@@ -1,4 +1,5 @@
 import QtQuick
+import Corvane
 
 // The look of a banner: a symbol or a picture, and a text that wraps, on a tinted surface.
 Rectangle {

@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Layouts
 import QtQuick.Templates as T
+import Corvane
 
 // A banner that can be clicked.
 T.AbstractButton {

@@ -1,4 +1,5 @@
 import QtQuick
+import Corvane
 
 // A battery: its symbol and, when it is known, its charge.
 Rectangle {

@@ -1,4 +1,5 @@
 import QtQuick
+import Corvane
 
 // What the user started is draining the battery.
 Banner {

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Layouts
+import Corvane
 
 // A text in the panel's ordinary size. It wraps and is never cut off.
 Text {

@@ -1,3 +1,5 @@
+import Corvane
+
 // An explanation, smaller and fainter than what it explains.
 BodyText {
     color: Theme.secondaryText

@@ -1,6 +1,7 @@
 pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Templates as T
+import Corvane
 
 // A button that opens a menu of values. The line of `value` is checked; leave it out when nothing is chosen yet.
 PanelButton {
@@ -11,12 +12,19 @@ PanelButton {
     property var value
 
     signal chosen(var value)
+    // The menu is about to be seen.
+    signal opening
+
+    function open() {
+        opening();
+        menu.open();
+    }
 
     Accessible.role: Accessible.ButtonMenu
-    Accessible.onPressAction: menu.open()
+    Accessible.onPressAction: open()
 
-    Keys.onDownPressed: menu.open()
-    onClicked: menu.open()
+    Keys.onDownPressed: open()
+    onClicked: open()
 
     T.Menu {
         id: menu

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Corvane
 
 // One line of a drop-down menu.
 T.MenuItem {

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Layouts
+import Corvane
 
 // The closed-lid mode, which needs the fan helper.
 FeatureSection {

@@ -1,4 +1,5 @@
 import QtQuick
+import Corvane
 
 CoolingCurveItem {
     implicitHeight: 70

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Layouts
+import Corvane
 
 // Lets the session end at any time of the calendar.
 ColumnLayout {

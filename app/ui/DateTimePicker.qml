@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Layouts
+import Corvane
 
 // A day in a month's grid, and a time of that day. It shows `value`; every choice is told with `chosen`. Days before
 // that of `minimum`, if there is one, cannot be chosen.
@@ -49,6 +50,7 @@ ColumnLayout {
         Layout.fillWidth: true
         minimum: picker.minimum
         month: month
+        objectName: "monthGrid"
         value: picker.value
 
         onChosen: value => picker.chosen(value)

@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Layouts
 import QtQuick.Templates as T
+import Corvane
 
 // A row that shows and hides what is below it.
 T.AbstractButton {

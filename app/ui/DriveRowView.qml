@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Layouts
+import Corvane
 
 // A chosen drive, whether it is there, and a way to be rid of it.
 RowLayout {

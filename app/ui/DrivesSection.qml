@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Layouts
+import Corvane
 
 // The drives that are kept from spinning down.
 FeatureSection {

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Corvane
 
 // A duration to choose from several.
 T.AbstractButton {

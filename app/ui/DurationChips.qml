@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Layouts
+import Corvane
 
 // Durations to choose from, in one line. `selectedSeconds` is the chosen one; anything else is none.
 RowLayout {

@@ -1,4 +1,5 @@
 import QtQuick
+import Corvane
 
 // A picture from the typeface of pictures. It adds nothing to what the text beside it says.
 Text {

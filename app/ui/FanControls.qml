@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Layouts
+import Corvane
 
 // What the fans are asked for, by the user and by the automation.
 ColumnLayout {

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Layouts
+import Corvane
 
 // The fans: the helper that they need, and then what the user asks of them.
 ColumnLayout {

@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Layouts
 import QtQuick.Templates as T
+import Corvane
 
 // A feature with its switch, and what can be said and chosen about it while `expanded`. It shows what is so: clicks
 // ask with `setOn` and `setExpanded`. The body is made when it is first shown.

@@ -1,4 +1,5 @@
 import QtQuick
+import Corvane
 
 // Shows which control the keyboard is at. `control` is what it surrounds; its background holds the ring.
 Rectangle {

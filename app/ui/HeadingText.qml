@@ -1,4 +1,5 @@
 import QtQuick
+import Corvane
 
 // Names what follows.
 BodyText {

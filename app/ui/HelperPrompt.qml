@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Layouts
+import Corvane
 
 // Asks for the fan helper to be installed.
 Rectangle {

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Corvane
 
 // A symbol that can be clicked. `text` says what it does: to a screen reader, and in a tip to whoever waits over it.
 T.AbstractButton {

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Layouts
+import Corvane
 
 // The user's session: what it prevents, and when it ends.
 FeatureSection {

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Layouts
+import Corvane
 
 // The kinds of sleep that the session can prevent, each with its state.
 ColumnLayout {

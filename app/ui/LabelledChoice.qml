@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Layouts
+import Corvane
 
 // One of a few values, and what they are values of.
 ColumnLayout {

@@ -1,4 +1,5 @@
 import QtQuick
+import Corvane
 
 // Asks before the closed-lid mode is switched on for the first time.
 AlertBox {

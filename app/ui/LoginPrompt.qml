@@ -1,4 +1,5 @@
 import QtQuick
+import Corvane
 
 // Asks once whether to start at login.
 SwitchRow {

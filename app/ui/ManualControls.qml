@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Layouts
+import Corvane
 
 // A floor of a fixed strength, for a while.
 ColumnLayout {

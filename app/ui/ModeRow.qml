@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Layouts
 import QtQuick.Templates as T
+import Corvane
 
 // One thing that can be on or off, as a row of the full width. It shows `isOn`; a click asks for the other.
 T.AbstractButton {

@@ -1,6 +1,7 @@
 pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Templates as T
+import Corvane
 
 // The days of `month` in rows of seven. One stop for the keyboard: the arrow keys move by days and weeks, the page keys
 // by months.

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Layouts
+import Corvane
 
 // A short remark with a symbol, in the colour of its role; "" is the accent colour.
 RowLayout {

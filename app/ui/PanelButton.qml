@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Corvane
 
 // A button with a text, and a symbol before it if it has one. `kind` says how much it stands out: "plain" is text
 // alone, "tinted" and "filled" have a surface. `role` is a colour role; "" is the accent colour.

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Corvane
 
 // A slider. `moved` is each step of the user's, with the new `value`; `released` comes when mouse or key let go.
 T.Slider {

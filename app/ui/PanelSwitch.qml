@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Corvane
 
 // A switch that always shows what is so: a click asks for the other state, and the knob moves once `isOn` does.
 T.AbstractButton {

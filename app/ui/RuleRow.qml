@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Layouts
+import Corvane
 
 // The rule of one application: its name, what is asked for while it runs, and a way to be rid of it.
 RowLayout {

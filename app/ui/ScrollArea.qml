@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Corvane
 
 // Scrolls its content up and down when there is too little room, and to whatever the keyboard goes to. The content is
 // as wide as the area.

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Corvane
 
 // One of a few values. It always shows `value`; a click or an arrow key asks for another. The keyboard stops at the
 // chosen segment only.

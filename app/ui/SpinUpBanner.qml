@@ -1,4 +1,5 @@
 import QtQuick
+import Corvane
 
 // The fans have been asked and are on their way.
 Banner {

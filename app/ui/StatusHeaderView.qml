@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Layouts
+import Corvane
 
 // What Corvane does at the moment, and the battery.
 RowLayout {

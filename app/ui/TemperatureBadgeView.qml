@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Layouts
+import Corvane
 
 // How hot the computer is, how that went, and how fast its fans turn.
 Rectangle {

@@ -1,5 +1,6 @@
 pragma Singleton
 import QtQuick
+import Corvane
 
 // How everything looks. Lengths in device-independent pixels, durations in milliseconds.
 QtObject {

@@ -1,4 +1,5 @@
 import QtQuick
+import Corvane
 
 // The firmware has taken over because of heat.
 Banner {

@@ -1,4 +1,5 @@
 import QtQuick
+import Corvane
 
 // A state of the system in a word and a colour role. Nothing for an empty label.
 Rectangle {

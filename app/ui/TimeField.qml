@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Corvane
 
 // Hours or minutes: two digits that can be typed, or stepped with the arrow keys and the wheel.
 T.SpinBox {

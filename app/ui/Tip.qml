@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Corvane
 
 // The text of `control`, in words, for whoever waits over it.
 T.ToolTip {

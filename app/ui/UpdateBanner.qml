@@ -1,4 +1,5 @@
 import QtQuick
+import Corvane
 
 // Leads to the newer version, while there is one. Its name comes from the network.
 BannerButton {

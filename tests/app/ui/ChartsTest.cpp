@@ -1,0 +1,118 @@
+#include <QColor>
+#include <QImage>
+
+#include "tests/app/ui/ControlTest.h"
+
+namespace corvane {
+namespace {
+
+class ChartsTest : public ControlTest {
+protected:
+    static bool isRed(const QColor& color) { return color.red() > 150 && color.green() < 110; }
+    /// Rows of the column that are drawn in red, none for -1.
+    static int firstRed(const QImage& image, int x, int height) {
+        for (int y = 0; y < height; ++y) {
+            if (isRed(image.pixelColor(x, y))) {
+                return y;
+            }
+        }
+        return -1;
+    }
+    static int redPixels(const QImage& image) {
+        int count = 0;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x) {
+                count += isRed(image.pixelColor(x, y)) ? 1 : 0;
+            }
+        }
+        return count;
+    }
+    void loadCurve(const std::string& more) {
+        load("CoolingCurveView { width: 308; height: 78; color: '#d00000'; tMin: 35; tMax: 95;" + more +
+             " }");
+    }
+};
+
+TEST_F(ChartsTest, ACoolingCurveClimbsToTheRight) {
+    loadCurve("kind: 'balanced'");
+    const QImage image = picture();
+    const int left = firstRed(image, 10, 78);
+    const int middle = firstRed(image, 180, 78);
+    const int right = firstRed(image, 300, 78);
+    ASSERT_GE(right, 0);
+    EXPECT_GT(left, middle);
+    EXPECT_GT(middle, right);
+    EXPECT_NEAR(right, 4, 2);  // full speed, just below the top
+}
+
+TEST_F(ChartsTest, ACoolingCurveMarksTheTemperature) {
+    loadCurve("kind: 'silent'");
+    const QImage without = picture();
+    loadCurve("kind: 'silent'; currentTemp: 65");
+    const QImage with = picture();
+    EXPECT_NE(without.pixel(154, 10), with.pixel(154, 10));  // the line, in the middle of 35 to 95
+    EXPECT_EQ(without.pixel(100, 10), with.pixel(100, 10));
+    EXPECT_GT(redPixels(with), redPixels(without) + 10);  // the dot
+}
+
+TEST_F(ChartsTest, ATemperatureBeyondTheRangeIsMarkedAtItsEnd) {
+    loadCurve("kind: 'max'; currentTemp: 20");
+    const QImage cold = picture();
+    loadCurve("kind: 'max'; currentTemp: 35");
+    EXPECT_EQ(cold, picture());
+}
+
+TEST_F(ChartsTest, NothingIsDrawnForAnUnknownProfile) {
+    loadCurve("kind: 'turbo'; currentTemp: 60");
+    EXPECT_EQ(redPixels(picture()), 0);
+}
+
+TEST_F(ChartsTest, ACoolingCurveFollowsItsProfile) {
+    loadCurve("kind: test.state1");
+    setProperty("state1", "silent");
+    const QImage silent = picture();
+    setProperty("state1", "max");
+    EXPECT_NE(picture(), silent);
+}
+
+TEST_F(ChartsTest, TwoEqualValuesAreAFlatLineNearTheBottom) {
+    load("Sparkline { width: 100; height: 100; color: '#d00000'; values: [50, 50] }");
+    const QImage image = picture();
+    for (const int x : {5, 50, 95}) {
+        EXPECT_NEAR(firstRed(image, x, 100), 88, 1);
+    }
+}
+
+TEST_F(ChartsTest, OneValueDrawsNothing) {
+    load("Sparkline { width: 100; height: 100; color: '#d00000'; values: [50] }");
+    EXPECT_EQ(redPixels(picture()), 0);
+}
+
+TEST_F(ChartsTest, ASparklineUsesTheMiddleOfItsHeight) {
+    load("Sparkline { width: 100; height: 100; color: '#d00000'; values: [40, 60, 40] }");
+    const QImage image = picture();
+    EXPECT_NEAR(firstRed(image, 50, 100), 12, 2);
+    EXPECT_NEAR(firstRed(image, 1, 100), 86, 3);
+}
+
+TEST_F(ChartsTest, ABadgeWithoutALabelIsNotThere) {
+    load(
+        "ThrottleBadge { objectName: 'badge'; label: test.state1 === undefined ? '' : test.state1; role: "
+        "'orange' }");
+    EXPECT_FALSE(isShown("badge"));
+    setProperty("state1", "Throttling");
+    EXPECT_TRUE(isShown("badge"));
+    EXPECT_EQ(accessibleName("badge"), "Throttling");
+}
+
+TEST_F(ChartsTest, ASymbolIsDrawnInItsColorAndFollowsItsName) {
+    load(
+        "Symbol { name: test.state1 === undefined ? 'app.fill' : test.state1; color: '#d00000'; width: 24; "
+        "height: 24 }");
+    EXPECT_GT(redPixels(picture()), 300);
+    setProperty("state1", "no.such.symbol");
+    EXPECT_EQ(redPixels(picture()), 0);
+}
+
+}  // namespace
+}  // namespace corvane
