@@ -16,7 +16,7 @@ public:
         const QMetaMethod slot = metaObject()->method(metaObject()->indexOfSlot("print()"));
         const QMetaObject& type = *printed.metaObject();
         for (int i = type.propertyOffset(); i < type.propertyCount(); ++i) {
-            connect(&printed, type.property(i).notifySignal(), this, slot);
+            connect(&printed, type.property(i).notifySignal(), this, slot, Qt::UniqueConnection);
             write(type.property(i));
         }
     }
