@@ -7,6 +7,7 @@
 #include <QImageReader>
 #include <QPainter>
 #include <QRectF>
+#include <QUrl>
 #include <algorithm>
 
 #include "symbols/Symbols.h"
@@ -51,7 +52,7 @@ QPixmap ApplicationIcons::requestPixmap(const QString& id, QSize* size, const QS
     const int wanted =
         requestedSize.isEmpty() ? defaultExtent : std::max(requestedSize.width(), requestedSize.height());
     const int extent = std::min(wanted, largestExtent);
-    QPixmap icon = iconNamed(id, extent);
+    QPixmap icon = iconNamed(QUrl::fromPercentEncoding(id.toUtf8()), extent);
     if (icon.isNull()) {
         icon = symbolOfApplication(extent);
     }

@@ -8,7 +8,7 @@
 namespace corvane {
 
 /// The icons of applications as the images "image://applications/NAME", where NAME is a name in the icon
-/// theme or an absolute path. What has no icon gets the symbol of an application. Main loop.
+/// theme or an absolute path, percent-encoded. What has no icon gets the symbol of an application. Main loop.
 class ApplicationIcons final : public QQuickImageProvider {
 public:
     /// What the engine knows it by.

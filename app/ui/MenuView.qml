@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Layouts
+import Corvane
 
 // The panel: everything that Corvane does, and the controls for it. As high as its content, up to `availableHeight`;
 // then the sections scroll between header and footer.

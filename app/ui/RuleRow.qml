@@ -28,7 +28,7 @@ RowLayout {
     }
 
     ChoiceMenu {
-        readonly property string action: row.app.cooling === "" ? items[0].label : row.menu.profileName(row.app.cooling)
+        readonly property string choice: row.app.cooling === "" ? items[0].label : row.menu.profileName(row.app.cooling)
 
         items: [
             {
@@ -50,10 +50,10 @@ RowLayout {
         ]
         objectName: "ruleAction"
         symbol: row.app.cooling === "" ? "" : "fan.fill"
-        text: action
+        text: choice
         value: row.app.cooling
 
-        Accessible.name: row.app.name + ": " + action
+        Accessible.name: row.app.name + ": " + choice
 
         onChosen: value => row.cooled(value)
     }

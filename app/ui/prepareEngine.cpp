@@ -3,8 +3,10 @@
 #include <QObject>
 #include <QQmlEngine>
 #include <QVariant>
+#include <memory>
 
 #include "app/ui/AppearanceState.h"
+#include "app/ui/ApplicationIcons.h"
 #include "app/ui/LanguageState.h"
 
 /// Made by the build from the declarations in the headers.
@@ -29,6 +31,8 @@ void prepareEngine(QQmlEngine& engine, LanguageState& language, AppearanceState&
     // A static library's types are registered only by those who ask for it.
     qml_register_types_Corvane();
     engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
+    // The engine owns it from now on.
+    engine.addImageProvider(ApplicationIcons::providerName, std::make_unique<ApplicationIcons>().release());
     keep(engine, languageProperty, language);
     keep(engine, appearanceProperty, appearance);
 }
