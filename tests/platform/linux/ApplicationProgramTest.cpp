@@ -108,7 +108,7 @@ TEST_F(ApplicationProgramTest, SaysThatThereIsNoDisplay) {
     blind["QT_QPA_PLATFORM"] = "";
     blind["DISPLAY"] = "";
     blind["WAYLAND_DISPLAY"] = "";
-    ChildProcess application(program, {}, blind);
+    ChildProcess application(builtProgram, {}, blind);
     EXPECT_EQ(application.wait(), 1);
     EXPECT_EQ(application.errors(),
               "corvane: there is no display to show anything on: neither DISPLAY nor "
@@ -116,14 +116,14 @@ TEST_F(ApplicationProgramTest, SaysThatThereIsNoDisplay) {
 }
 
 TEST_F(ApplicationProgramTest, EndsAtOnceWhenItRunsAlready) {
-    ChildProcess first(program, {}, environment());
+    ChildProcess first(builtProgram, {}, environment());
     ASSERT_TRUE(first.waitForError("Corvane: the fan helper is ")) << first.errors();
-    ChildProcess second(program, {}, environment());
+    ChildProcess second(builtProgram, {}, environment());
     EXPECT_EQ(second.wait(), 0) << second.errors();
     EXPECT_EQ(second.errors(), "");
     first.signal(SIGTERM);
     EXPECT_EQ(first.wait(), 0) << first.errors();
-    ChildProcess third(program, {}, environment());
+    ChildProcess third(builtProgram, {}, environment());
     EXPECT_TRUE(third.waitForError("Corvane: the fan helper is ")) << "the first one has left";
     third.signal(SIGTERM);
     EXPECT_EQ(third.wait(), 0);
