@@ -22,6 +22,7 @@ FocusScope {
     // The user is done with the panel.
     signal closeRequested
 
+    focus: true
     implicitHeight: Math.min(availableHeight, frame.implicitHeight)
     implicitWidth: 380
 

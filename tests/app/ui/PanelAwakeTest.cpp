@@ -107,9 +107,11 @@ TEST_F(PanelAwake, TakesTheHourAndTheDayThatAreChosen) {
     click("customEndTime");
     const QDateTime before = machine.menu->customDate();
     item("customDate/hour").forceActiveFocus(Qt::TabFocusReason);
-    press(Qt::Key_Up);
-    EXPECT_EQ(machine.menu->customDate().time().hour(), (before.time().hour() + 1) % 24);
-    EXPECT_EQ(machine.menu->customDate().date(), before.date());
+    type("07");
+    press(Qt::Key_Tab);
+    EXPECT_EQ(machine.menu->customDate(), QDateTime(before.date(), QTime(7, before.time().minute())));
+    click("applyCustomDate");
+    EXPECT_EQ(localTime(*manager().expiresAt()), machine.menu->customDate());
 }
 
 }  // namespace

@@ -107,6 +107,8 @@ TEST_P(PanelLayout, ScrollsBetweenHeadAndFootWhereThereIsLittleRoom) {
 
 TEST_P(PanelLayout, HasANameAndARoleForEveryControl) {
     openFull("manual", 2000);
+    // A screen reader comes.
+    QAccessible::setActive(true);
     int controls = 0;
     forEachShown(*window->rootObject(), [&](QQuickItem& item) {
         if (!isControl(item)) {

@@ -62,6 +62,9 @@ TEST_F(PanelNotices, ShowTheTemperatureInAWordAndAColour) {
 
 TEST_F(PanelNotices, ShowTheFansSpeed) {
     open();
+    EXPECT_EQ(text("rpmLine"), "fans off");
+    machine.automate();
+    advance(20s);
     EXPECT_EQ(text("rpmLine"), machine.temperature->rpmLine().toStdString());
     EXPECT_THAT(text("rpmLine"), testing::EndsWith(" rpm"));
 }
