@@ -5,19 +5,15 @@ import Corvane
 
 // A question over the whole panel, which waits for the answer. Bind `visible`; Enter accepts, Escape rejects, and the
 // box stays until `visible` says otherwise.
-T.Popup {
+T.Dialog {
     id: box
 
-    required property string title
     required property string text
     required property string acceptText
     required property string rejectText
 
-    signal accepted
-    signal rejected
-
     anchors.centerIn: T.Overlay.overlay
-    closePolicy: T.Popup.NoAutoClose
+    closePolicy: T.Dialog.NoAutoClose
     focus: true
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
     modal: true
@@ -55,7 +51,7 @@ T.Popup {
     contentItem: ColumnLayout {
         spacing: Theme.spaceSmall
 
-        Accessible.role: Accessible.Dialog
+        Accessible.role: Accessible.AlertMessage
         Accessible.name: box.title
         Accessible.description: box.text
 

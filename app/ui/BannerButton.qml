@@ -17,8 +17,8 @@ T.AbstractButton {
     implicitHeight: implicitContentHeight
     hoverEnabled: true
 
-    Accessible.role: Accessible.Button
     Accessible.name: text
+    Accessible.onPressAction: clicked()
 
     contentItem: BannerBody {
         emoji: control.emoji

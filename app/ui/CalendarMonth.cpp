@@ -1,6 +1,7 @@
 #include "app/ui/CalendarMonth.h"
 
 #include <QTime>
+#include <algorithm>
 
 namespace corvane {
 
@@ -8,13 +9,14 @@ namespace {
 
 constexpr int daysInWeek = 7;
 
-QDate firstOfMonth(QDate date) {
-    return {date.year(), date.month(), 1};
+QDate firstOfMonth(QDate day) {
+    return {day.year(), day.month(), 1};
 }
 
 }  // namespace
 
-CalendarMonth::CalendarMonth(QObject* parent) : QObject(parent), first_(1970, 1, 1) {}
+CalendarMonth::CalendarMonth(QObject* parent)
+    : QObject(parent), selected_(QDate(2000, 1, 1).startOfDay()), firstDay_(selected_.date()) {}
 
 QLocale CalendarMonth::locale() const {
     return isGerman_ ? QLocale(QLocale::German, QLocale::Germany)
@@ -22,7 +24,7 @@ QLocale CalendarMonth::locale() const {
 }
 
 QString CalendarMonth::title() const {
-    return locale().toString(first_, QStringLiteral("MMMM yyyy"));
+    return locale().toString(firstDay_, QStringLiteral("MMMM yyyy"));
 }
 
 QStringList CalendarMonth::weekdays() const {
@@ -35,8 +37,30 @@ QStringList CalendarMonth::weekdays() const {
     return weekdays;
 }
 
+QStringList CalendarMonth::days() const {
+    const QLocale names = locale();
+    QStringList days;
+    for (QDate day = firstDay_; isShown(day); day = day.addDays(1)) {
+        days.append(names.toString(day, QLocale::LongFormat));
+    }
+    return days;
+}
+
 int CalendarMonth::leadingDays() const {
-    return (first_.dayOfWeek() - locale().firstDayOfWeek() + daysInWeek) % daysInWeek;
+    return (firstDay_.dayOfWeek() - locale().firstDayOfWeek() + daysInWeek) % daysInWeek;
+}
+
+int CalendarMonth::selectedDay() const {
+    return isShown(selected_.date()) ? selected_.date().day() : 0;
+}
+
+int CalendarMonth::earliestDay() const {
+    const QDate earliest = minimum_.isValid() ? std::max(minimum_.date(), firstDay_) : firstDay_;
+    return static_cast<int>(firstDay_.daysTo(earliest)) + 1;
+}
+
+bool CalendarMonth::isShown(QDate day) const {
+    return firstOfMonth(day) == firstDay_;
 }
 
 void CalendarMonth::setGerman(bool isGerman) {
@@ -46,45 +70,43 @@ void CalendarMonth::setGerman(bool isGerman) {
     }
 }
 
-void CalendarMonth::setShown(const QDateTime& time) {
-    if (time.isValid()) {
-        show(firstOfMonth(time.toLocalTime().date()));
-    }
-}
-
-void CalendarMonth::addMonths(int months) {
-    show(first_.addMonths(months));
-}
-
-void CalendarMonth::show(QDate firstDay) {
-    if (firstDay.isValid() && first_ != firstDay) {
-        first_ = firstDay;
+void CalendarMonth::setSelected(const QDateTime& time) {
+    if (time.isValid() && selected_ != time) {
+        selected_ = time.toLocalTime();
+        firstDay_ = firstOfMonth(selected_.date());
         Q_EMIT changed();
     }
 }
 
-bool CalendarMonth::holds(const QDateTime& time, int day) const {
-    return time.toLocalTime().date() == first_.addDays(day - 1);
+void CalendarMonth::setMinimum(const QDateTime& time) {
+    if (minimum_ != time) {
+        minimum_ = time.toLocalTime();
+        Q_EMIT changed();
+    }
 }
 
-QDateTime CalendarMonth::at(int day, const QDateTime& time) const {
-    return {first_.addDays(day - 1), time.toLocalTime().time()};
+void CalendarMonth::showLater(int months) {
+    const QDate day = firstDay_.addMonths(months);
+    if (day.isValid() && day != firstDay_) {
+        firstDay_ = day;
+        Q_EMIT changed();
+    }
 }
 
-QDateTime CalendarMonth::shifted(const QDateTime& time, int days, int months) {
-    return time.toLocalTime().addMonths(months).addDays(days);
+QDateTime CalendarMonth::onDay(int day) const {
+    return {firstDay_.addDays(day - 1), selected_.time()};
 }
 
-QDateTime CalendarMonth::withTime(const QDateTime& time, int hour, int minute) {
-    return {time.toLocalTime().date(), QTime(hour, minute)};
+QDateTime CalendarMonth::later(int days, int months) const {
+    return selected_.addMonths(months).addDays(days);
 }
 
-bool CalendarMonth::isBefore(const QDateTime& time, const QDateTime& limit) {
-    return limit.isValid() && time.toLocalTime().date() < limit.toLocalTime().date();
+QDateTime CalendarMonth::atTime(int hour, int minute) const {
+    return {selected_.date(), QTime(hour, minute)};
 }
 
-QString CalendarMonth::spokenDay(int day) const {
-    return locale().toString(first_.addDays(day - 1), QLocale::LongFormat);
+bool CalendarMonth::isOffered(const QDateTime& time) const {
+    return !minimum_.isValid() || time.toLocalTime().date() >= minimum_.date();
 }
 
 }  // namespace corvane

@@ -11,62 +11,72 @@
 namespace corvane {
 
 /// A month as a calendar shows it: rows of seven days, the first of them a Monday in German, a Sunday in
-/// English. Dates are local ones. Main loop.
+/// English. Times are local ones; the first day of a month is 1. Main loop.
 class CalendarMonth : public QObject {
     Q_OBJECT
     QML_ELEMENT
 
     Q_PROPERTY(bool isGerman READ isGerman WRITE setGerman NOTIFY changed)
-    /// Any time in the month.
-    Q_PROPERTY(QDateTime shown READ shown WRITE setShown NOTIFY changed)
+    /// The selected time. Its month is shown when it is set; an invalid one is passed over.
+    Q_PROPERTY(QDateTime selected READ selected WRITE setSelected NOTIFY changed)
+    /// Days before this one's are not offered; invalid for none.
+    Q_PROPERTY(QDateTime minimum READ minimum WRITE setMinimum NOTIFY changed)
     /// Such as "März 2026".
     Q_PROPERTY(QString title READ title NOTIFY changed)
     /// Of the columns; short.
     Q_PROPERTY(QStringList weekdays READ weekdays NOTIFY changed)
+    /// The month's days in full, as a screen reader says them.
+    Q_PROPERTY(QStringList days READ days NOTIFY changed)
     /// Columns of the first row before the first day.
     Q_PROPERTY(int leadingDays READ leadingDays NOTIFY changed)
-    /// Days of the month.
-    Q_PROPERTY(int length READ length NOTIFY changed)
+    /// 0 when the selected day is in another month.
+    Q_PROPERTY(int selectedDay READ selectedDay NOTIFY changed)
+    /// The first day that is offered, which may be beyond the month's end.
+    Q_PROPERTY(int earliestDay READ earliestDay NOTIFY changed)
 
 public:
     explicit CalendarMonth(QObject* parent = nullptr);
 
     [[nodiscard]] bool isGerman() const { return isGerman_; }
-    [[nodiscard]] QDateTime shown() const { return first_.startOfDay(); }
+    [[nodiscard]] QDateTime selected() const { return selected_; }
+    [[nodiscard]] QDateTime minimum() const { return minimum_; }
     [[nodiscard]] QString title() const;
     [[nodiscard]] QStringList weekdays() const;
+    [[nodiscard]] QStringList days() const;
     [[nodiscard]] int leadingDays() const;
-    [[nodiscard]] int length() const { return first_.daysInMonth(); }
+    [[nodiscard]] int selectedDay() const;
+    [[nodiscard]] int earliestDay() const;
 
     void setGerman(bool isGerman);
-    /// An invalid time is passed over.
-    void setShown(const QDateTime& time);
+    void setSelected(const QDateTime& time);
+    void setMinimum(const QDateTime& time);
 
     /// Shows another month, so many later; fewer than zero are earlier.
-    Q_INVOKABLE void addMonths(int months);
+    Q_INVOKABLE void showLater(int months);
 
-    /// Whether `time` is on that day of the month, the first being 1.
-    Q_INVOKABLE [[nodiscard]] bool holds(const QDateTime& time, int day) const;
-    /// That day of the month, at the time of day of `time`.
-    Q_INVOKABLE [[nodiscard]] QDateTime at(int day, const QDateTime& time) const;
-    /// So many days and months later than `time`, at its time of day; a day that a month lacks is its last.
-    Q_INVOKABLE [[nodiscard]] static QDateTime shifted(const QDateTime& time, int days, int months);
-    /// The day of `time`, at another time of day.
-    Q_INVOKABLE [[nodiscard]] static QDateTime withTime(const QDateTime& time, int hour, int minute);
-    /// Whether the day of `time` is before that of `limit`; never for an invalid limit.
-    Q_INVOKABLE [[nodiscard]] static bool isBefore(const QDateTime& time, const QDateTime& limit);
-    /// The day in full, as a screen reader says it.
-    Q_INVOKABLE [[nodiscard]] QString spokenDay(int day) const;
+    // Other times than the selected one, for the taking.
+
+    /// That day of the month shown, at the same time of day.
+    Q_INVOKABLE [[nodiscard]] QDateTime onDay(int day) const;
+    /// So many days and months later, at the same time of day. For a day that a month lacks: its last.
+    Q_INVOKABLE [[nodiscard]] QDateTime later(int days, int months) const;
+    /// The same day, at another time.
+    Q_INVOKABLE [[nodiscard]] QDateTime atTime(int hour, int minute) const;
+    /// Whether its day is offered.
+    Q_INVOKABLE [[nodiscard]] bool isOffered(const QDateTime& time) const;
 
 Q_SIGNALS:
     void changed();
 
 private:
     [[nodiscard]] QLocale locale() const;
-    void show(QDate firstDay);
+    [[nodiscard]] bool isShown(QDate day) const;
 
     bool isGerman_ = false;
-    QDate first_;
+    QDateTime selected_;
+    QDateTime minimum_;
+    /// Of the month that is shown.
+    QDate firstDay_;
 };
 
 }  // namespace corvane

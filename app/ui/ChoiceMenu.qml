@@ -20,9 +20,6 @@ PanelButton {
         menu.open();
     }
 
-    Accessible.role: Accessible.ButtonMenu
-    Accessible.onPressAction: open()
-
     Keys.onDownPressed: open()
     onClicked: open()
 

@@ -10,14 +10,16 @@ T.MenuItem {
 
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: Theme.controlHeight
+    checkable: true
+    checked: isChosen
     hoverEnabled: true
     leftPadding: 28
     rightPadding: Theme.space
 
-    Accessible.role: Accessible.MenuItem
     Accessible.name: text
-    Accessible.checkable: isChosen
-    Accessible.checked: isChosen
+    Accessible.onPressAction: clicked()
+
+    onToggled: checked = Qt.binding(() => isChosen)
 
     background: Rectangle {
         color: control.highlighted ? Theme.accent : "transparent"
@@ -25,7 +27,7 @@ T.MenuItem {
 
         Symbol {
             anchors.verticalCenter: parent.verticalCenter
-            color: control.highlighted ? Theme.onAccent : Theme.text
+            color: control.highlighted ? Theme.accentInk : Theme.text
             height: 14
             name: "checkmark"
             visible: control.isChosen
@@ -35,7 +37,7 @@ T.MenuItem {
     }
 
     contentItem: Text {
-        color: control.highlighted ? Theme.onAccent : Theme.text
+        color: control.highlighted ? Theme.accentInk : Theme.text
         elide: Text.ElideRight
         font.pixelSize: Theme.bodySize
         text: control.text

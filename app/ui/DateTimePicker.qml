@@ -18,7 +18,8 @@ ColumnLayout {
         id: month
 
         isGerman: Lang.isGerman
-        shown: picker.value
+        minimum: picker.minimum
+        selected: picker.value
     }
 
     RowLayout {
@@ -27,7 +28,7 @@ ColumnLayout {
             symbol: "chevron.left"
             text: Lang.isGerman ? "Voriger Monat" : "Previous month"
 
-            onClicked: month.addMonths(-1)
+            onClicked: month.showLater(-1)
         }
 
         BodyText {
@@ -42,16 +43,14 @@ ColumnLayout {
             symbol: "chevron.right"
             text: Lang.isGerman ? "Nächster Monat" : "Next month"
 
-            onClicked: month.addMonths(1)
+            onClicked: month.showLater(1)
         }
     }
 
     MonthGrid {
         Layout.fillWidth: true
-        minimum: picker.minimum
         month: month
         objectName: "monthGrid"
-        value: picker.value
 
         onChosen: value => picker.chosen(value)
     }
@@ -70,7 +69,7 @@ ColumnLayout {
             to: 23
             value: picker.value.getHours()
 
-            onValueModified: picker.chosen(month.withTime(picker.value, value, picker.value.getMinutes()))
+            onValueModified: picker.chosen(month.atTime(value, picker.value.getMinutes()))
         }
 
         BodyText {
@@ -84,7 +83,7 @@ ColumnLayout {
             to: 59
             value: picker.value.getMinutes()
 
-            onValueModified: picker.chosen(month.withTime(picker.value, picker.value.getHours(), value))
+            onValueModified: picker.chosen(month.atTime(picker.value.getHours(), value))
         }
     }
 }

@@ -15,8 +15,12 @@ Rectangle {
     property bool switchDisabled: false
     required property Component content
 
+    property bool wasExpanded: expanded
+
     signal setOn(bool on)
     signal setExpanded(bool expanded)
+
+    onExpandedChanged: wasExpanded = wasExpanded || expanded
 
     Layout.fillWidth: true
     border.color: Theme.outline
@@ -41,9 +45,9 @@ Rectangle {
             text: section.title
             width: parent.width
 
-            Accessible.role: Accessible.Button
-            Accessible.name: text
             Accessible.description: section.expanded ? (Lang.isGerman ? "Aufgeklappt" : "Expanded") : (Lang.isGerman ? "Zugeklappt" : "Collapsed")
+            Accessible.name: text
+            Accessible.onPressAction: clicked()
 
             onClicked: section.setExpanded(!section.expanded)
 
@@ -106,7 +110,14 @@ Rectangle {
                 }
             }
 
+            // Keeps clicks on a disabled switch from the header.
+            MouseArea {
+                anchors.fill: control
+            }
+
             PanelSwitch {
+                id: control
+
                 accessibleName: section.title
                 anchors.right: parent.right
                 anchors.rightMargin: Theme.space
@@ -122,15 +133,11 @@ Rectangle {
         Loader {
             id: body
 
-            property bool wasShown: false
-
-            active: wasShown || section.expanded
+            active: section.wasExpanded
             sourceComponent: section.content
             visible: section.expanded
             width: parent.width - 2 * Theme.space
             x: Theme.space
-
-            onLoaded: wasShown = true
         }
     }
 }

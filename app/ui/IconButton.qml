@@ -15,8 +15,8 @@ T.AbstractButton {
     hoverEnabled: true
     opacity: enabled ? 1 : Theme.disabledOpacity
 
-    Accessible.role: Accessible.Button
     Accessible.name: text
+    Accessible.onPressAction: clicked()
 
     background: Rectangle {
         color: control.down ? Theme.pressTint : control.hovered ? Theme.hoverTint : "transparent"

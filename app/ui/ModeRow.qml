@@ -1,28 +1,22 @@
 import QtQuick
 import QtQuick.Layouts
-import QtQuick.Templates as T
 import Corvane
 
 // One thing that can be on or off, as a row of the full width. It shows `isOn`; a click asks for the other.
-T.AbstractButton {
+ToggleButton {
     id: control
 
     required property string symbol
     required property string title
     property string subtitle
-    required property bool isOn
 
     Layout.fillWidth: true
-    hoverEnabled: true
     implicitHeight: Math.max(34, texts.implicitHeight + 2 * Theme.spaceSmall)
     implicitWidth: 300
     text: title
 
-    Accessible.role: Accessible.CheckBox
     Accessible.name: title
     Accessible.description: subtitle
-    Accessible.checkable: true
-    Accessible.checked: isOn
 
     background: Rectangle {
         color: control.down ? Theme.pressTint : control.hovered ? Theme.hoverTint : "transparent"

@@ -1,6 +1,5 @@
 pragma ComponentBehavior: Bound
 import QtQuick
-import QtQuick.Templates as T
 import Corvane
 
 // The days of `month` in rows of seven. One stop for the keyboard: the arrow keys move by days and weeks, the page keys
@@ -9,8 +8,6 @@ Item {
     id: grid
 
     required property CalendarMonth month
-    required property date value
-    property date minimum
 
     readonly property int cellHeight: 28
     readonly property real cellWidth: width / 7
@@ -18,8 +15,8 @@ Item {
     signal chosen(date value)
 
     function move(days: int, months: int) {
-        const time = month.shifted(value, days, months);
-        if (!month.isBefore(time, minimum))
+        const time = month.later(days, months);
+        if (month.isOffered(time))
             chosen(time);
     }
 
@@ -56,32 +53,29 @@ Item {
     }
 
     Repeater {
-        model: grid.month.length
+        model: grid.month.days
 
-        T.AbstractButton {
+        ChoiceButton {
             id: cell
 
             required property int index
+            required property string modelData
             readonly property int day: index + 1
             readonly property int place: index + grid.month.leadingDays
-            readonly property bool isChosen: grid.month.holds(grid.value, day)
 
-            enabled: !grid.month.isBefore(grid.month.at(day, grid.value), grid.minimum)
+            enabled: day >= grid.month.earliestDay
             focusPolicy: Qt.NoFocus
             height: grid.cellHeight
-            hoverEnabled: true
+            isChosen: day === grid.month.selectedDay
             objectName: "day" + day
             text: day
             width: grid.cellWidth
             x: (place % 7) * grid.cellWidth
             y: 20 + Math.floor(place / 7) * grid.cellHeight
 
-            Accessible.role: Accessible.Cell
-            Accessible.name: grid.month.spokenDay(day)
-            Accessible.checkable: true
-            Accessible.checked: isChosen
+            Accessible.name: modelData
 
-            onClicked: grid.chosen(grid.month.at(day, grid.value))
+            onClicked: grid.chosen(grid.month.onDay(day))
 
             background: Rectangle {
                 anchors.centerIn: parent
@@ -98,7 +92,7 @@ Item {
             }
 
             contentItem: Text {
-                color: cell.isChosen ? Theme.onAccent : Theme.text
+                color: cell.isChosen ? Theme.accentInk : Theme.text
                 font.pixelSize: Theme.bodySize - 1
                 font.weight: cell.isChosen ? Font.DemiBold : Font.Normal
                 horizontalAlignment: Text.AlignHCenter

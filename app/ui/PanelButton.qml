@@ -12,7 +12,7 @@ T.AbstractButton {
     property string role
 
     readonly property color tone: Theme.roleTextColor(role)
-    readonly property color ink: kind === "filled" ? (role === "" ? Theme.onAccent : Theme.background) : tone
+    readonly property color ink: kind === "filled" ? (role === "" ? Theme.accentInk : Theme.background) : tone
 
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: Math.max(Theme.controlHeight, implicitContentHeight + topPadding + bottomPadding)
@@ -21,8 +21,8 @@ T.AbstractButton {
     hoverEnabled: true
     opacity: enabled ? 1 : Theme.disabledOpacity
 
-    Accessible.role: Accessible.Button
     Accessible.name: text
+    Accessible.onPressAction: clicked()
 
     background: Rectangle {
         color: control.kind === "filled" ? control.tone : control.kind === "tinted" ? Theme.tint(control.tone, 0.12) : "transparent"
@@ -47,34 +47,39 @@ T.AbstractButton {
     }
 
     contentItem: Item {
-        implicitWidth: line.implicitWidth
-        implicitHeight: line.implicitHeight
+        id: content
 
-        Row {
-            id: line
+        readonly property real textStart: control.symbol === "" ? 0 : Theme.symbolSize + 6
+        readonly property real lineWidth: textStart + label.width
 
+        implicitWidth: textStart + label.implicitWidth
+        implicitHeight: label.implicitHeight
+
+        Item {
             anchors.verticalCenter: parent.verticalCenter
-            spacing: Theme.spaceSmall - 2
-            x: control.kind === "plain" ? 0 : Math.max(0, Math.round((parent.width - implicitWidth) / 2))
+            height: label.height
+            width: content.lineWidth
+            x: control.kind === "plain" ? 0 : Math.round((content.width - content.lineWidth) / 2)
 
             Symbol {
                 anchors.verticalCenter: parent.verticalCenter
                 color: control.ink
                 height: Theme.symbolSize
                 name: control.symbol
-                visible: control.symbol !== ""
                 width: Theme.symbolSize
             }
 
             Text {
-                anchors.verticalCenter: parent.verticalCenter
+                id: label
+
                 color: control.ink
                 font.pixelSize: Theme.bodySize
                 font.weight: Font.Medium
                 text: control.text
                 textFormat: Text.PlainText
-                width: Math.min(implicitWidth, control.availableWidth - x)
+                width: Math.min(Math.ceil(implicitWidth), content.width - content.textStart)
                 wrapMode: Text.Wrap
+                x: content.textStart
             }
         }
     }

@@ -21,7 +21,6 @@ T.Slider {
     padding: 0
     snapMode: T.Slider.SnapAlways
 
-    Accessible.role: Accessible.Slider
     Accessible.name: accessibleName
 
     onPressedChanged: {

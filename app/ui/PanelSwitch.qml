@@ -1,28 +1,18 @@
 import QtQuick
-import QtQuick.Templates as T
 import Corvane
 
 // A switch that always shows what is so: a click asks for the other state, and the knob moves once `isOn` does.
-T.AbstractButton {
+ToggleButton {
     id: control
 
-    required property bool isOn
     // What it switches, for those who cannot see it.
     required property string accessibleName
 
-    signal setOn(bool on)
-
     implicitWidth: 38
     implicitHeight: 22
-    hoverEnabled: true
     opacity: enabled ? 1 : Theme.disabledOpacity
 
-    Accessible.role: Accessible.CheckBox
     Accessible.name: accessibleName
-    Accessible.checkable: true
-    Accessible.checked: isOn
-
-    onClicked: setOn(!isOn)
 
     background: Rectangle {
         border.color: Theme.isDark ? Qt.lighter(color, 1.15) : Qt.darker(color, 1.08)

@@ -15,7 +15,7 @@ T.TextField {
     placeholderTextColor: Theme.secondaryText
     rightPadding: Theme.spaceSmall
     selectByMouse: true
-    selectedTextColor: Theme.onAccent
+    selectedTextColor: Theme.accentInk
     selectionColor: Theme.accent
     verticalAlignment: TextInput.AlignVCenter
 

@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Templates as T
 import Corvane
 
 // One of a few values. It always shows `value`; a click or an arrow key asks for another. The keyboard stops at the
@@ -66,23 +65,17 @@ Rectangle {
 
             model: control.model
 
-            T.AbstractButton {
+            ChoiceButton {
                 id: segment
 
                 required property var modelData
                 required property int index
-                readonly property bool isChosen: index === control.index
 
                 activeFocusOnTab: isChosen || (control.index < 0 && index === 0)
                 height: control.height
-                hoverEnabled: true
+                isChosen: index === control.index
                 text: modelData.label
                 width: control.width / Math.max(1, segments.count)
-
-                Accessible.role: Accessible.RadioButton
-                Accessible.name: text
-                Accessible.checkable: true
-                Accessible.checked: isChosen
 
                 Keys.onLeftPressed: control.choose(index - 1)
                 Keys.onRightPressed: control.choose(index + 1)

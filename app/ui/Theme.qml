@@ -17,8 +17,8 @@ QtObject {
     // What is written and drawn on them: at least 4.5 : 1 against every surface.
     readonly property color text: isDark ? "#eef1f4" : "#171c22"
     readonly property color secondaryText: isDark ? "#a9b2bc" : "#56606b"
-    readonly property color accent: isDark ? "#4cc2e0" : "#0b7291"
-    readonly property color onAccent: isDark ? "#06252e" : "#ffffff"
+    readonly property color accent: isDark ? "#58cae6" : "#096683"
+    readonly property color accentInk: isDark ? "#06252e" : "#ffffff"
 
     // Controls. The tints lie on any surface.
     readonly property color track: isDark ? "#454c55" : "#c3cad2"
@@ -90,6 +90,6 @@ QtObject {
     }
 
     function tint(base: color, opacity: real): color {
-        return Qt.rgba(base.r, base.g, base.b, opacity);
+        return Qt.alpha(base, opacity);
     }
 }

@@ -21,8 +21,11 @@ T.SpinBox {
         top: control.to
     }
 
-    Accessible.role: Accessible.SpinBox
     Accessible.name: accessibleName
+
+    // What is not there cannot be stepped.
+    down.indicator: Item {}
+    up.indicator: Item {}
 
     background: Rectangle {
         color: control.hovered ? Theme.pressTint : Theme.wellTint
@@ -40,7 +43,7 @@ T.SpinBox {
         horizontalAlignment: TextInput.AlignHCenter
         inputMethodHints: Qt.ImhDigitsOnly
         selectByMouse: true
-        selectedTextColor: Theme.onAccent
+        selectedTextColor: Theme.accentInk
         selectionColor: Theme.accent
         text: control.displayText
         validator: control.validator

@@ -54,15 +54,17 @@ TEST_F(AlertBoxTest, GoesOnceItIsNotToBeSeen) {
     EXPECT_THAT(asked(), ElementsAre("behind"));
 }
 
-TEST_F(AlertBoxTest, IsHeardAsADialog) {
-    std::vector<std::string> dialogs;
+TEST_F(AlertBoxTest, IsHeardAsAnAlertWithItsTitleAndItsText) {
+    QAccessibleInterface* alert = nullptr;
     forEachShown(*window->contentItem(), [&](QQuickItem& each) {
         QAccessibleInterface* heard = QAccessible::queryAccessibleInterface(&each);
-        if (heard != nullptr && heard->role() == QAccessible::Dialog) {
-            dialogs.push_back(heard->text(QAccessible::Name).toStdString());
+        if (heard != nullptr && heard->role() == QAccessible::AlertMessage) {
+            alert = heard;
         }
     });
-    EXPECT_THAT(dialogs, ElementsAre("Keep awake?"));
+    ASSERT_NE(alert, nullptr);
+    EXPECT_EQ(alert->text(QAccessible::Name), "Keep awake?");
+    EXPECT_EQ(alert->text(QAccessible::Description), "It gets warm.");
 }
 
 }  // namespace

@@ -12,64 +12,86 @@ QDateTime noon(int year, int month, int day) {
     return {QDate(year, month, day), QTime(12, 0)};
 }
 
-TEST(CalendarMonthTest, NamesItsWeekdaysFromTheFirstColumnOn) {
+class CalendarMonthTest : public testing::Test {
+protected:
+    CalendarMonthTest() { month.setSelected(noon(2028, 2, 20)); }  // a leap year; the 1st is a Tuesday
+
     CalendarMonth month;
+};
+
+TEST_F(CalendarMonthTest, NamesItsWeekdaysFromTheFirstColumnOn) {
     EXPECT_EQ(month.weekdays(), QStringList({"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"}));
     month.setGerman(true);
     EXPECT_EQ(month.weekdays().first(), "Mo");
     EXPECT_EQ(month.weekdays().last(), "So");
 }
 
-TEST(CalendarMonthTest, KnowsWhereItsDaysAre) {
-    CalendarMonth month;
-    month.setShown(noon(2028, 2, 20));  // a leap year; the 1st is a Tuesday
-    EXPECT_EQ(month.length(), 29);
+TEST_F(CalendarMonthTest, KnowsItsDaysAndWhereTheyAre) {
+    EXPECT_EQ(month.days().size(), 29);
+    EXPECT_EQ(month.days().last(), "Tuesday, February 29, 2028");
     EXPECT_EQ(month.leadingDays(), 2);
     month.setGerman(true);
+    EXPECT_EQ(month.days().last(), "Dienstag, 29. Februar 2028");
     EXPECT_EQ(month.leadingDays(), 1);
 }
 
-TEST(CalendarMonthTest, StaysWhereItIsForAnInvalidTime) {
-    CalendarMonth month;
-    month.setShown(noon(2026, 5, 1));
-    month.setShown(QDateTime());
-    EXPECT_EQ(month.title(), "May 2026");
+TEST_F(CalendarMonthTest, KnowsTheSelectedDayWhileItsMonthIsShown) {
+    EXPECT_EQ(month.selectedDay(), 20);
+    month.showLater(12);
+    EXPECT_EQ(month.selectedDay(), 0);
 }
 
-TEST(CalendarMonthTest, GoesBeyondTheYear) {
-    CalendarMonth month;
-    month.setShown(noon(2026, 12, 31));
-    month.addMonths(1);
-    EXPECT_EQ(month.title(), "January 2027");
-    month.addMonths(-13);
-    EXPECT_EQ(month.title(), "December 2025");
+TEST_F(CalendarMonthTest, StaysWhereItIsForAnInvalidTime) {
+    month.setSelected(QDateTime());
+    EXPECT_EQ(month.title(), "February 2028");
+    EXPECT_EQ(month.selectedDay(), 20);
 }
 
-TEST(CalendarMonthTest, AnnouncesAChangeAndOnlyAChange) {
-    CalendarMonth month;
+TEST_F(CalendarMonthTest, GoesBeyondTheYear) {
+    month.showLater(11);
+    EXPECT_EQ(month.title(), "January 2029");
+    month.showLater(-13);
+    EXPECT_EQ(month.title(), "December 2027");
+}
+
+TEST_F(CalendarMonthTest, AnnouncesAChangeAndOnlyAChange) {
     int changes = 0;
     QObject::connect(&month, &CalendarMonth::changed, [&changes] { ++changes; });
-    month.setShown(noon(2026, 5, 1));
-    month.setShown(noon(2026, 5, 31));
+    month.setSelected(noon(2028, 2, 20));
     month.setGerman(false);
-    EXPECT_EQ(changes, 1);
+    month.setMinimum(QDateTime());
+    month.showLater(0);
+    EXPECT_EQ(changes, 0);
+    month.setSelected(noon(2028, 2, 21));
     month.setGerman(true);
-    EXPECT_EQ(changes, 2);
+    month.setMinimum(noon(2028, 2, 1));
+    month.showLater(1);
+    EXPECT_EQ(changes, 4);
 }
 
-TEST(CalendarMonthTest, ComparesDaysAndNotTimes) {
-    EXPECT_TRUE(CalendarMonth::isBefore(noon(2026, 5, 1), noon(2026, 5, 2)));
-    EXPECT_FALSE(CalendarMonth::isBefore(noon(2026, 5, 1), noon(2026, 5, 1).addSecs(3600)));
-    EXPECT_FALSE(CalendarMonth::isBefore(noon(2026, 5, 1), QDateTime()));
+TEST_F(CalendarMonthTest, OffersEveryDayWithoutAMinimum) {
+    EXPECT_EQ(month.earliestDay(), 1);
+    EXPECT_TRUE(month.isOffered(noon(1900, 1, 1)));
 }
 
-TEST(CalendarMonthTest, KeepsTheTimeOfDayWhenTheDayChanges) {
-    CalendarMonth month;
-    month.setShown(noon(2026, 2, 1));
-    EXPECT_EQ(month.at(28, noon(2026, 1, 31)), noon(2026, 2, 28));
-    EXPECT_EQ(CalendarMonth::shifted(noon(2026, 1, 31), 0, 1), noon(2026, 2, 28));
-    EXPECT_EQ(CalendarMonth::shifted(noon(2026, 1, 31), 1, 0), noon(2026, 2, 1));
-    EXPECT_EQ(CalendarMonth::withTime(noon(2026, 1, 31), 7, 30), QDateTime({2026, 1, 31}, {7, 30}));
+TEST_F(CalendarMonthTest, OffersTheDaysFromThatOfTheMinimumOn) {
+    month.setMinimum(noon(2028, 2, 10));
+    EXPECT_EQ(month.earliestDay(), 10);
+    EXPECT_TRUE(month.isOffered(noon(2028, 2, 10).addSecs(-3600)));
+    EXPECT_FALSE(month.isOffered(noon(2028, 2, 9)));
+    month.showLater(1);
+    EXPECT_EQ(month.earliestDay(), 1);
+    month.showLater(-2);
+    EXPECT_GT(month.earliestDay(), month.days().size());
+}
+
+TEST_F(CalendarMonthTest, OffersOtherTimesThanTheSelectedOne) {
+    EXPECT_EQ(month.onDay(28), noon(2028, 2, 28));
+    EXPECT_EQ(month.later(10, 0), noon(2028, 3, 1));
+    EXPECT_EQ(month.later(0, 1), noon(2028, 3, 20));
+    EXPECT_EQ(month.atTime(7, 30), QDateTime({2028, 2, 20}, {7, 30}));
+    month.setSelected(noon(2028, 1, 31));
+    EXPECT_EQ(month.later(0, 1), noon(2028, 2, 29));
 }
 
 }  // namespace

@@ -13,8 +13,8 @@ protected:
             "SegmentedControl { objectName: 'choice'; accessibleName: 'Mode'; width: 300; y: 20;"
             " model: [{label: 'Manual', value: 'manual'}, {label: 'Auto', value: 'auto'}, {label: 'Off', "
             "value: 3}];"
-            " value: test.state1; onChosen: value => test.ask(value) }");
-        setProperty("state1", "auto");
+            " value: test.state1; onChosen: value => test.ask(value) }",
+            "auto");
     }
 
     /// The segments, from left to right.
@@ -107,7 +107,7 @@ TEST_F(DurationChipTest, IsHeardAsAChoiceThatIsMadeOrNot) {
 
 TEST_F(DurationChipTest, IsFilledWithTheAccentColorWhenItIsSelected) {
     setProperty("state1", true);
-    EXPECT_TRUE(QTest::qWaitFor([this] { return picture().pixelColor(40, 23) == QColor("#0b7291"); }));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return picture().pixelColor(40, 23) == QColor("#096683"); }));
 }
 
 class ModeRowTest : public ControlTest {

@@ -49,12 +49,12 @@ void ControlTest::speakGerman() {
     language_.refresh();
 }
 
-void ControlTest::load(const std::string& items) {
+void ControlTest::load(const std::string& items, const QVariant& state1) {
     window = std::make_unique<QQuickView>();
     prepareEngine(*window->engine(), language_, appearance_);
     auto* component = new QQmlComponent(window->engine(), window.get());
     component->setData(QByteArray::fromStdString(fmt::format(document, items)), QUrl("qrc:/test.qml"));
-    QObject* root = component->create();
+    QObject* root = component->createWithInitialProperties({{"state1", state1}});
     ASSERT_NE(root, nullptr) << component->errorString().toStdString();
     window->setContent(QUrl("qrc:/test.qml"), component, root);
     window->show();

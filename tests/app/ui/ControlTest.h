@@ -29,8 +29,9 @@ class ControlTest : public testing::Test {
 protected:
     ControlTest();
 
-    /// Shows items written in QML. English and light unless it was said otherwise.
-    void load(const std::string& items);
+    /// Shows items written in QML, which may follow `test.state1` and `test.state2`. English and light unless
+    /// it was said otherwise.
+    void load(const std::string& items, const QVariant& state1 = {});
     void speakGerman();
 
     [[nodiscard]] QQuickItem& item(const QString& path) { return itemAt(*window->contentItem(), path); }

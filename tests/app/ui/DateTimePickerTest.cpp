@@ -14,8 +14,8 @@ protected:
         load(
             "DateTimePicker { objectName: 'picker'; width: 300; value: test.state1;"
             " onChosen: value => test.ask(Qt.formatDateTime(value, 'yyyy-MM-dd hh:mm'));" +
-            more + " }");
-        setProperty("state1", QDateTime({2026, 3, 30}, {14, 5}));
+                more + " }",
+            QDateTime({2026, 3, 30}, {14, 5}));
     }
     std::string title() { return item("monthTitle").property("text").toString().toStdString(); }
     double column(const char* day) { return item(day).x() / item(day).width(); }

@@ -1,5 +1,6 @@
 #include "tests/app/ui/GuiApplication.h"
 
+#include <QAccessible>
 #include <QGuiApplication>
 
 #include "app/ui/uiFont.h"
@@ -15,8 +16,12 @@ void needGuiApplication() {
     static char* arguments[] = {name, nullptr};
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("QT_QUICK_BACKEND", "software");
-    static QGuiApplication application(argumentCount, arguments);
+    // Lives until the process ends: what it would tear down may be gone by the time that static objects are.
+    static const auto* const application = new QGuiApplication(argumentCount, arguments);
+    static_cast<void>(application);
     QGuiApplication::setFont(uiFont());
+    // As with a screen reader that listens.
+    QAccessible::setActive(true);
 }
 
 }  // namespace corvane

@@ -14,8 +14,8 @@ protected:
             "PanelSlider { id: slider; objectName: 'slider'; accessibleName: 'Fixed strength'; width: 218; "
             "y: 20;"
             " from: 0; to: 100; stepSize: 5; value: test.state1; onMoved: test.ask(value);"
-            " onReleased: test.ask('released') }");
-        setProperty("state1", 40);
+            " onReleased: test.ask('released') }",
+            40);
     }
 
     QPoint at(double percent) {
