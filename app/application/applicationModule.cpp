@@ -11,6 +11,7 @@
 
 #include "app/application/runApplication.h"
 #include "app/popover/QuickPopover.h"
+#include "platform/linux/HeldSignals.h"
 #include "platform/linux/gui/DesktopDisplay.h"
 #include "platform/select/selectAppPlatform.h"
 
@@ -44,6 +45,8 @@ int runOnDesktop(int argc, char** argv, const PlatformOptions& options) {
         return fail(*problem);
     }
     prepareQt(std::get<DesktopDisplay>(display));
+    // Before Qt starts threads, which would take the signals.
+    blockTerminationSignals();
     const QGuiApplication application(argc, argv);
     return runApplication(*selectAppPlatform(options),
                           [](const PanelModels& models) { return std::make_unique<QuickPopover>(models); });

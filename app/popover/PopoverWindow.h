@@ -20,7 +20,7 @@ public:
 
     /// See Popover.
     void open(std::optional<QPoint> anchor);
-    void dismiss();
+    Q_SLOT void dismiss();
 
     /// When it was dismissed last, by whatever; none before.
     [[nodiscard]] std::optional<BootTime> dismissedAt() const { return dismissedAt_; }

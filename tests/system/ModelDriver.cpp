@@ -145,7 +145,6 @@ int drive(const PlatformOptions& options) {
             driver.obey(unread.substr(0, end));
         }
     });
-    application.start();
     return platform->mainLoop().run();
 }
 

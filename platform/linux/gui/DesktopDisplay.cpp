@@ -12,7 +12,7 @@ namespace corvane {
 
 namespace {
 
-std::string valueOf(const EnvironmentLookup& environment, const char* name) {
+std::string variable(const EnvironmentLookup& environment, const char* name) {
     const char* const value = environment(name);
     return value == nullptr ? "" : value;
 }
@@ -45,19 +45,19 @@ bool acceptsConnections(const std::string& path) {
 }
 
 bool answersWayland(const EnvironmentLookup& environment) {
-    const std::string display = valueOf(environment, "WAYLAND_DISPLAY");
+    const std::string display = variable(environment, "WAYLAND_DISPLAY");
     // A name is one below the user's runtime folder; an absolute path replaces that.
-    const auto path = std::filesystem::path(valueOf(environment, "XDG_RUNTIME_DIR")) / display;
+    const auto path = std::filesystem::path(variable(environment, "XDG_RUNTIME_DIR")) / display;
     return !display.empty() && path.is_absolute() && acceptsConnections(path);
 }
 
 }  // namespace
 
 std::variant<DesktopDisplay, std::string> DesktopDisplay::find(const EnvironmentLookup& environment) {
-    if (const std::string wanted = valueOf(environment, "QT_QPA_PLATFORM"); !wanted.empty()) {
+    if (const std::string wanted = variable(environment, "QT_QPA_PLATFORM"); !wanted.empty()) {
         return DesktopDisplay{wanted};
     }
-    if (answersX11(valueOf(environment, "DISPLAY"))) {
+    if (answersX11(variable(environment, "DISPLAY"))) {
         return DesktopDisplay{"xcb"};
     }
     if (answersWayland(environment)) {
