@@ -91,11 +91,11 @@ PanelHand PanelDemo::hand() {
 }
 
 void PanelDemo::holdFloor() {
-    hand().click("fansSection/switch");
+    hand().click("fanSection/switch");
     pass(500ms);
     hand().click("coolingMode/manual");
     pass(500ms);
-    hand().drag("manualSlider", floorPercent / 100);
+    hand().drag("strengthSlider", floorPercent / 100);
     pass(500ms);
 }
 

@@ -30,6 +30,7 @@ FocusScope {
 
     Rectangle {
         anchors.fill: parent
+        border.color: Theme.outline
         color: Theme.background
     }
 
@@ -123,7 +124,7 @@ FocusScope {
 
         LoginPrompt {
             Layout.leftMargin: Theme.spaceLarge
-            Layout.rightMargin: Theme.space
+            Layout.rightMargin: Theme.spaceLarge + Theme.space
             Layout.topMargin: Theme.spaceSmall
             menu: view.menu
         }

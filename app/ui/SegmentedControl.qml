@@ -39,6 +39,9 @@ Rectangle {
 
     // What lies under the chosen segment.
     Rectangle {
+        // Among the segments. It is this that moves: what is laid out is where it belongs at once.
+        property real position: Math.max(0, control.index)
+
         border.color: Theme.outline
         border.width: Theme.isDark ? 0 : 1
         color: Theme.isDark ? Theme.track : Theme.raised
@@ -46,10 +49,10 @@ Rectangle {
         radius: Theme.radiusSmall
         visible: control.index >= 0
         width: control.width / Math.max(1, segments.count) - 4
-        x: Math.max(0, control.index) * control.width / Math.max(1, segments.count) + 2
+        x: position * control.width / Math.max(1, segments.count) + 2
         y: 2
 
-        Behavior on x {
+        Behavior on position {
             NumberAnimation {
                 duration: Theme.calm
                 easing.type: Easing.OutCubic
@@ -74,6 +77,7 @@ Rectangle {
                 activeFocusOnTab: isChosen || (control.index < 0 && index === 0)
                 height: control.height
                 isChosen: index === control.index
+                objectName: String(modelData.value)
                 text: modelData.label
                 width: control.width / Math.max(1, segments.count)
 
