@@ -24,8 +24,9 @@ public:
     /// Nothing happens when it is not shown.
     virtual void close() = 0;
 
-    /// It is closed, but was not until a moment ago: a click on the status item that is handled now has
-    /// closed it as a click elsewhere, and shall not open it again.
+    /// It lost the keyboard a moment ago and closed: to the click on the status item that is handled now,
+    /// which shall not open it again. Where the panel takes the pointer, the tray does not hear of such a
+    /// click.
     [[nodiscard]] virtual bool wasClosedByThisClick() const = 0;
 };
 

@@ -53,7 +53,6 @@ void PopoverWindow::dismiss() {
     grabTimer_.reset();
     setMouseGrabEnabled(false);
     hide();
-    dismissedAt_ = mainLoop_.bootTime();
     Q_EMIT dismissed();
 }
 
@@ -97,6 +96,9 @@ void PopoverWindow::mousePressEvent(QMouseEvent* event) {
 
 void PopoverWindow::focusOutEvent(QFocusEvent* event) {
     QQuickView::focusOutEvent(event);
+    if (isVisible()) {
+        leftAt_ = mainLoop_.bootTime();
+    }
     dismiss();
 }
 

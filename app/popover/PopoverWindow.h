@@ -22,8 +22,8 @@ public:
     void open(std::optional<QPoint> anchor);
     Q_SLOT void dismiss();
 
-    /// When it was dismissed last, by whatever; none before.
-    [[nodiscard]] std::optional<BootTime> dismissedAt() const { return dismissedAt_; }
+    /// When it was dismissed because something else took the keyboard, last; none before.
+    [[nodiscard]] std::optional<BootTime> leftAt() const { return leftAt_; }
 
 Q_SIGNALS:
     void opened();
@@ -43,7 +43,7 @@ private:
 
     SerialQueue& mainLoop_;
     std::optional<QPoint> anchor_;
-    std::optional<BootTime> dismissedAt_;
+    std::optional<BootTime> leftAt_;
     int grabAttempts_ = 0;
     std::unique_ptr<Timer> grabTimer_;
 };

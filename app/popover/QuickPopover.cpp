@@ -45,8 +45,8 @@ void QuickPopover::close() {
 }
 
 bool QuickPopover::wasClosedByThisClick() const {
-    return window_ != nullptr && !isShown() && window_->dismissedAt() &&
-           models_.mainLoop.bootTime() - *window_->dismissedAt() < sameClick;
+    return window_ != nullptr && !isShown() && window_->leftAt() &&
+           models_.mainLoop.bootTime() - *window_->leftAt() < sameClick;
 }
 
 /// The language may have been changed while nobody looked.
