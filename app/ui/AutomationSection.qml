@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Layouts
 import Corvane
@@ -61,6 +62,8 @@ FeatureSection {
         }
 
         PanelButton {
+            // Its symbol stands under those above.
+            Layout.leftMargin: -leftPadding
             objectName: "chooseApp"
             symbol: "plus.circle"
             text: Lang.isGerman ? "App auswählen…" : "Choose app…"

@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Layouts
 import Corvane
@@ -43,6 +44,8 @@ FeatureSection {
         }
 
         ChoiceMenu {
+            // Its symbol stands under those above.
+            Layout.leftMargin: -leftPadding
             items: section.menu.availableDrives.map(drive => ({
                         label: drive.name,
                         value: drive

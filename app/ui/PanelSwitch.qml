@@ -35,14 +35,17 @@ ToggleButton {
 
     contentItem: Item {
         Rectangle {
+            // From off to on. It is this that moves: a knob that is laid out is where it belongs at once.
+            property real position: control.isOn ? 1 : 0
+
             anchors.verticalCenter: parent.verticalCenter
             color: Theme.knob
             height: 18
             radius: 9
             width: control.down ? 21 : 18
-            x: control.isOn ? parent.width - width - 2 : 2
+            x: 2 + position * (parent.width - width - 4)
 
-            Behavior on x {
+            Behavior on position {
                 NumberAnimation {
                     duration: Theme.calm
                     easing.type: Easing.OutCubic
