@@ -88,7 +88,7 @@ void AppDelegate::togglePopover(const StatusItemAnchor& anchor) {
     anchor_ = pointOf(anchor);
     if (services_.popover.isShown()) {
         services_.popover.close();
-    } else if (!services_.popover.wasClosedByThisClick()) {
+    } else if (!services_.popover.wasClosedByThisClick(anchor_)) {
         openPopover();
     }
 }

@@ -24,10 +24,9 @@ public:
     /// Nothing happens when it is not shown.
     virtual void close() = 0;
 
-    /// It lost the keyboard a moment ago and closed: to the click on the status item that is handled now,
-    /// which shall not open it again. Where the panel takes the pointer, the tray does not hear of such a
-    /// click.
-    [[nodiscard]] virtual bool wasClosedByThisClick() const = 0;
+    /// It was closed a moment ago by this very click on the status item, which was a click elsewhere to the
+    /// panel and shall not open it again. `anchor` is where the item was clicked.
+    [[nodiscard]] virtual bool wasClosedByThisClick(std::optional<QPoint> anchor) const = 0;
 };
 
 }  // namespace corvane

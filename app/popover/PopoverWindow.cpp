@@ -6,6 +6,7 @@
 #include <QScreen>
 #include <algorithm>
 #include <chrono>
+#include <utility>
 
 #include "app/popover/popoverPosition.h"
 
@@ -17,24 +18,26 @@ namespace {
 constexpr int mostGrabAttempts = 40;
 constexpr Duration grabPause = std::chrono::milliseconds(25);
 
-/// X11 lets a pop-up lie where it is put, by passing its window manager. Elsewhere the compositor decides.
-Qt::WindowFlags popupFlags() {
+/// X11 lets a window lie where it is put, past its window manager. Elsewhere the compositor decides. Not Qt's
+/// kind of pop-up: it keeps those from assistive technologies.
+Qt::WindowFlags popoverFlags() {
     const bool isX11 = QGuiApplication::platformName() == "xcb";
-    return isX11 ? Qt::Popup | Qt::X11BypassWindowManagerHint | Qt::FramelessWindowHint
-                 : Qt::Window | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint;
+    const Qt::WindowFlags flags = Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint;
+    return isX11 ? flags | Qt::X11BypassWindowManagerHint : flags;
 }
 
 }  // namespace
 
 PopoverWindow::PopoverWindow(QQmlEngine& engine, SerialQueue& mainLoop)
     : QQuickView(&engine, nullptr), mainLoop_(mainLoop) {
-    setFlags(popupFlags());
+    setFlags(popoverFlags());
     setColor(Qt::transparent);
     setResizeMode(QQuickView::SizeRootObjectToView);
     setTitle(QCoreApplication::applicationName());
 }
 
 void PopoverWindow::open(std::optional<QPoint> anchor) {
+    isOpen_ = true;
     anchor_ = anchor;
     setScreen(&screenOf(anchor));
     connect(rootObject(), &QQuickItem::implicitHeightChanged, this, &PopoverWindow::place,
@@ -47,7 +50,7 @@ void PopoverWindow::open(std::optional<QPoint> anchor) {
 }
 
 void PopoverWindow::dismiss() {
-    if (!isVisible()) {
+    if (!std::exchange(isOpen_, false)) {
         return;
     }
     grabTimer_.reset();
@@ -90,15 +93,20 @@ void PopoverWindow::mousePressEvent(QMouseEvent* event) {
     if (QRect(QPoint(), size()).contains(event->position().toPoint())) {
         QQuickView::mousePressEvent(event);
     } else {
-        dismiss();
+        depart(event->globalPosition().toPoint());
     }
 }
 
 void PopoverWindow::focusOutEvent(QFocusEvent* event) {
     QQuickView::focusOutEvent(event);
-    if (isVisible()) {
-        leftAt_ = mainLoop_.bootTime();
+    // It loses the keyboard when it is dismissed, too.
+    if (isOpen_) {
+        depart(std::nullopt);
     }
+}
+
+void PopoverWindow::depart(std::optional<QPoint> pressed) {
+    departure_ = {mainLoop_.bootTime(), pressed};
     dismiss();
 }
 

@@ -22,8 +22,14 @@ public:
     void open(std::optional<QPoint> anchor);
     Q_SLOT void dismiss();
 
-    /// When it was dismissed because something else took the keyboard, last; none before.
-    [[nodiscard]] std::optional<BootTime> leftAt() const { return leftAt_; }
+    /// What the user did elsewhere, so that it was dismissed.
+    struct Departure {
+        BootTime time;
+        /// Where the mouse was pressed; none when only the keyboard was taken away.
+        std::optional<QPoint> pressed;
+    };
+    /// The last one; none before.
+    [[nodiscard]] const std::optional<Departure>& departure() const { return departure_; }
 
 Q_SIGNALS:
     void opened();
@@ -38,12 +44,15 @@ protected:
 
 private:
     void place();
+    void depart(std::optional<QPoint> pressed);
     void grabPointer();
     [[nodiscard]] QScreen& screenOf(std::optional<QPoint> anchor) const;
 
     SerialQueue& mainLoop_;
+    /// Until it is dismissed, which takes its keyboard too.
+    bool isOpen_ = false;
     std::optional<QPoint> anchor_;
-    std::optional<BootTime> leftAt_;
+    std::optional<Departure> departure_;
     int grabAttempts_ = 0;
     std::unique_ptr<Timer> grabTimer_;
 };

@@ -15,6 +15,9 @@ namespace {
 
 /// A click is over by then, and a second one not yet possible.
 constexpr Duration sameClick = std::chrono::milliseconds(300);
+/// About the size of a status item, device-independent pixels: trays tell its corner, its middle or the
+/// click.
+constexpr int samePlace = 48;
 
 }  // namespace
 
@@ -44,9 +47,13 @@ void QuickPopover::close() {
     }
 }
 
-bool QuickPopover::wasClosedByThisClick() const {
-    return window_ != nullptr && !isShown() && window_->leftAt() &&
-           models_.mainLoop.bootTime() - *window_->leftAt() < sameClick;
+bool QuickPopover::wasClosedByThisClick(std::optional<QPoint> anchor) const {
+    if (window_ == nullptr || isShown() || !window_->departure()) {
+        return false;
+    }
+    const auto& [time, pressed] = *window_->departure();
+    const bool isSamePlace = !pressed || !anchor || (*pressed - *anchor).manhattanLength() < samePlace;
+    return isSamePlace && models_.mainLoop.bootTime() - time < sameClick;
 }
 
 /// The language may have been changed while nobody looked.

@@ -23,7 +23,7 @@ public:
     [[nodiscard]] bool isShown() const override;
     void show(std::optional<QPoint> anchor) override;
     void close() override;
-    [[nodiscard]] bool wasClosedByThisClick() const override;
+    [[nodiscard]] bool wasClosedByThisClick(std::optional<QPoint> anchor) const override;
 
     /// The window, once it has been shown; null before.
     [[nodiscard]] PopoverWindow* window() const { return window_.get(); }

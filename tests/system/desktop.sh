@@ -99,7 +99,7 @@ panel_is_shown() { [[ -n $(panel_window) ]]; }
 panel_is_closed() { [[ -z $(panel_window) ]]; }
 
 accessible() {
-    "$tests/accessible" corvane "$@"
+    "$tests/accessible" Corvane "$@"
 }
 
 # click_on ROLE NAME: at its middle, or with a third argument at that many percent of its width.

@@ -1,5 +1,6 @@
 #include "platform/linux/gui/DesktopDisplay.h"
 
+#include <cerrno>
 #include <cstring>
 #include <filesystem>
 
@@ -34,13 +35,15 @@ bool acceptsConnections(const std::string& path) {
         return false;
     }
     std::memcpy(address.sun_path, path.c_str(), path.size() + 1);
-    const int descriptor = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    // The socket interface takes every kind of address by this type.
-    const bool isThere = descriptor >= 0 && connect(descriptor, reinterpret_cast<const sockaddr*>(&address),
-                                                    sizeof address) == 0;
-    if (descriptor >= 0) {
-        close(descriptor);
+    const int descriptor = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
+    if (descriptor < 0) {
+        return false;
     }
+    // The socket interface takes every kind of address by this type.
+    const int result = connect(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address);
+    // Somebody who is busy listens all the same.
+    const bool isThere = result == 0 || errno == EAGAIN;
+    close(descriptor);
     return isThere;
 }
 

@@ -18,7 +18,7 @@ public:
         openings.push_back(anchor);
     }
     void close() override { isShown_ = false; }
-    [[nodiscard]] bool wasClosedByThisClick() const override { return isClickUsedUp; }
+    [[nodiscard]] bool wasClosedByThisClick(Anchor /*anchor*/) const override { return isClickUsedUp; }
 
     std::vector<Anchor> openings;
     bool isClickUsedUp = false;

@@ -63,7 +63,7 @@ TEST_F(QuickPopoverTest, IsNotLoadedBeforeItIsOpened) {
     EXPECT_FALSE(popover->isShown());
     EXPECT_EQ(popover->window(), nullptr);
     popover->close();
-    EXPECT_FALSE(popover->wasClosedByThisClick());
+    EXPECT_FALSE(popover->wasClosedByThisClick(QPoint(400, 10)));
 }
 
 TEST_F(QuickPopoverTest, OpensWhereItWasClickedInTheSizeOfItsContent) {
@@ -99,7 +99,6 @@ TEST_F(QuickPopoverTest, IsClosedByAClickElsewhere) {
     show();
     QTest::mouseClick(&window(), Qt::LeftButton, Qt::NoModifier, QPoint(-40, 30));
     EXPECT_FALSE(popover->isShown());
-    EXPECT_FALSE(popover->wasClosedByThisClick()) << "the tray does not hear of it";
 }
 
 TEST_F(QuickPopoverTest, StaysOpenForAClickOnIt) {
@@ -132,13 +131,30 @@ TEST_F(QuickPopoverTest, IsOnlyClosedWhenTheWindowManagerWantsItGone) {
 TEST_F(QuickPopoverTest, KnowsTheClickThatTookItsKeyboardForAMoment) {
     show();
     loseKeyboard();
-    EXPECT_TRUE(popover->wasClosedByThisClick());
+    EXPECT_TRUE(popover->wasClosedByThisClick(QPoint(400, 10)));
     machine.advance(milliseconds(299));
-    EXPECT_TRUE(popover->wasClosedByThisClick());
+    EXPECT_TRUE(popover->wasClosedByThisClick(QPoint(400, 10)));
     machine.advance(milliseconds(1));
-    EXPECT_FALSE(popover->wasClosedByThisClick());
+    EXPECT_FALSE(popover->wasClosedByThisClick(QPoint(400, 10)));
     show();
-    EXPECT_FALSE(popover->wasClosedByThisClick());
+    EXPECT_FALSE(popover->wasClosedByThisClick(QPoint(400, 10)));
+}
+
+TEST_F(QuickPopoverTest, KnowsTheClickOnTheStatusItemThatWasAClickElsewhereToIt) {
+    show();
+    const QPoint pressed = window().mapToGlobal(QPoint(-40, 30));
+    QTest::mouseClick(&window(), Qt::LeftButton, Qt::NoModifier, QPoint(-40, 30));
+    EXPECT_TRUE(popover->wasClosedByThisClick(pressed + QPoint(10, -12)));
+    EXPECT_TRUE(popover->wasClosedByThisClick(std::nullopt)) << "a tray that does not tell where";
+    EXPECT_FALSE(popover->wasClosedByThisClick(pressed + QPoint(200, 0))) << "the item is not there";
+    machine.advance(milliseconds(300));
+    EXPECT_FALSE(popover->wasClosedByThisClick(pressed));
+}
+
+TEST_F(QuickPopoverTest, IsNotClosedByAClickWhenItIsClosedOtherwise) {
+    show();
+    QTest::keyClick(&window(), Qt::Key_Escape);
+    EXPECT_FALSE(popover->wasClosedByThisClick(std::nullopt));
 }
 
 TEST_F(QuickPopoverTest, OpensTheSectionsInUseEachTimeItAppears) {
