@@ -6,8 +6,8 @@
 
 namespace corvane {
 
-/// A helper that serves on a bus of somebody's own, for development and demonstration: whoever runs the bus runs the
-/// helper, and there is nothing to install.
+/// A helper that serves on a bus of somebody's own, for development and demonstration: whoever runs the bus
+/// runs the helper, and there is nothing to install.
 class SuppliedHelper final : public HelperInstaller {
 public:
     [[nodiscard]] bool isInstalled() const override { return true; }

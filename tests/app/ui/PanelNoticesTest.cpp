@@ -4,7 +4,6 @@ namespace corvane {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 /// What the panel shows between and below the features.
 class PanelNotices : public PanelTest {
