@@ -34,8 +34,10 @@ start_helper() {
     wait_until 10 "the helper listens" helper_listens
 }
 
+# Sets `application` to its process.
 start_corvane() {
     QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1 "$PROGRAM" 2>>"$folder/application.log" &
+    # shellcheck disable=SC2034 # for who sources this
     application=$!
 }
 

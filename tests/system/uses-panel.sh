@@ -46,8 +46,8 @@ wait_until 5 "manual mode begins with full strength" helper_says floorPercent "d
 click_on slider "Fixed strength" 60
 wait_until 5 "the helper holds what the slider says" helper_says floorPercent "d 60"
 wait_until 30 "a fan turns faster than it did at rest" helper_says effectivePercent "d 60"
-click_on "push button" "5 m"
-boost_runs() { accessible list | grep --quiet '⏱ Boost: [45]:[0-9][0-9] left'; }
+click_on "radio button" "5 m"
+boost_runs() { accessible list | grep '⏱ Boost: [45]:[0-9][0-9] left' >/dev/null; }
 wait_until 5 "a chip begins a boost" boost_runs
 picture "${CORVANE_SCREENSHOTS:-$folder}/desktop.png"
 click_on "push button" "Stop everything"
