@@ -33,7 +33,8 @@ T.ItemDelegate {
             anchors.verticalCenter: parent.verticalCenter
             height: 22
             source: "image://applications/" + encodeURIComponent(row.iconName)
-            sourceSize: Qt.size(44, 44)
+            sourceSize.height: 44
+            sourceSize.width: 44
             width: 22
             x: Theme.spaceSmall
         }

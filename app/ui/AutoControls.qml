@@ -8,13 +8,14 @@ ColumnLayout {
 
     required property FanController fan
     required property MenuState menu
+    readonly property var kinds: ["silent", "balanced", "max"]
 
     spacing: Theme.spaceSmall
 
     SegmentedControl {
         Layout.fillWidth: true
         accessibleName: Lang.isGerman ? "Kühlprofil" : "Cooling profile"
-        model: ["silent", "balanced", "max"].map(kind => ({
+        model: controls.kinds.map(kind => ({
                     label: controls.menu.profileName(kind),
                     value: kind
                 }))

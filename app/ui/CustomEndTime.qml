@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Layouts
 import Corvane
@@ -20,12 +21,10 @@ ColumnLayout {
         onClicked: custom.menu.showingCustomPicker = !custom.menu.showingCustomPicker
     }
 
-    Loader {
-        Layout.fillWidth: true
-        active: custom.menu.showingCustomPicker
-        visible: active
+    LazyBody {
+        shown: custom.menu.showingCustomPicker
 
-        sourceComponent: ColumnLayout {
+        content: ColumnLayout {
             spacing: Theme.spaceSmall
 
             DateTimePicker {

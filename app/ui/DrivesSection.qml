@@ -46,7 +46,7 @@ FeatureSection {
         ChoiceMenu {
             // Its symbol stands under those above.
             Layout.leftMargin: -leftPadding
-            items: section.menu.availableDrives.map(drive => ({
+            items: Array.from(section.menu.availableDrives, drive => ({
                         label: drive.name,
                         value: drive
                     }))

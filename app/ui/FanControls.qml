@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Layouts
 import Corvane
@@ -51,34 +52,27 @@ ColumnLayout {
         onChosen: value => controls.fan.coolingMode = value
     }
 
-    Loader {
-        Layout.fillWidth: true
-        active: controls.fan.fansEnabled
-        sourceComponent: controls.fan.coolingMode === "manual" ? manual : automatic
-        visible: active
+    LazyBody {
+        shown: controls.fan.fansEnabled && controls.fan.coolingMode === "manual"
+
+        content: ManualControls {
+            fan: controls.fan
+            menu: controls.menu
+        }
+    }
+
+    LazyBody {
+        shown: controls.fan.fansEnabled && controls.fan.coolingMode === "auto"
+
+        content: AutoControls {
+            fan: controls.fan
+            menu: controls.menu
+        }
     }
 
     CaptionText {
         objectName: "automationCoolsHarder"
         text: Lang.isGerman ? "Die Automatik kühlt gerade stärker — deine Einstellung ist die Untergrenze." : "Automation is cooling harder right now — your setting is the floor."
         visible: controls.fan.fansEnabled && controls.menu.automationCoolsHarder
-    }
-
-    Component {
-        id: manual
-
-        ManualControls {
-            fan: controls.fan
-            menu: controls.menu
-        }
-    }
-
-    Component {
-        id: automatic
-
-        AutoControls {
-            fan: controls.fan
-            menu: controls.menu
-        }
     }
 }

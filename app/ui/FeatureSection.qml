@@ -15,12 +15,8 @@ Rectangle {
     property bool switchDisabled: false
     required property Component content
 
-    property bool wasExpanded: expanded
-
     signal setOn(bool on)
     signal setExpanded(bool expanded)
-
-    onExpandedChanged: wasExpanded = wasExpanded || expanded
 
     Layout.fillWidth: true
     border.color: Theme.outline
@@ -130,12 +126,9 @@ Rectangle {
             }
         }
 
-        Loader {
-            id: body
-
-            active: section.wasExpanded
-            sourceComponent: section.content
-            visible: section.expanded
+        LazyBody {
+            content: section.content
+            shown: section.expanded
             width: parent.width - 2 * Theme.space
             x: Theme.space
         }

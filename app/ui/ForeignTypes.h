@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QtQmlIntegration>
+#include <QtQml/qqmlregistration.h>
 
 #include "app/automation/TriggerApp.h"
 #include "app/automation/TriggerManager.h"
