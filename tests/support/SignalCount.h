@@ -15,6 +15,9 @@ public:
     SignalCount& operator=(const SignalCount&) = delete;
     ~SignalCount() { QObject::disconnect(connection_); }
 
+    /// Since the last `take`.
+    [[nodiscard]] int value() const { return emitted_; }
+
     /// Since this was last called.
     [[nodiscard]] int take() { return std::exchange(emitted_, 0); }
 

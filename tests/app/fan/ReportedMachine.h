@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "tests/app/fan/FanMachine.h"
+#include "tests/support/SignalCount.h"
 
 namespace corvane {
 
@@ -62,22 +63,6 @@ public:
     }
 
     [[nodiscard]] std::string message() const { return fan->statusMessage().toStdString(); }
-};
-
-/// Counts how often a signal of the controller is emitted.
-class SignalCount {
-public:
-    SignalCount(const FanController& fan, void (FanController::*signal)())
-        : connection_(QObject::connect(&fan, signal, [this] { ++count_; })) {}
-    SignalCount(const SignalCount&) = delete;
-    SignalCount& operator=(const SignalCount&) = delete;
-    ~SignalCount() { QObject::disconnect(connection_); }
-
-    [[nodiscard]] int value() const { return count_; }
-
-private:
-    int count_ = 0;
-    QMetaObject::Connection connection_;
 };
 
 }  // namespace corvane
