@@ -21,7 +21,7 @@ protected:
     }
     /// A red image in a file of its own.
     std::string redFile(const std::string& name, int width, int height) {
-        const std::string path = (folder.path() / name).string();
+        std::string path = (folder.path() / name).string();
         QImage image(width, height, QImage::Format_RGB32);
         image.fill(Qt::red);
         EXPECT_TRUE(image.save(QString::fromStdString(path)));
