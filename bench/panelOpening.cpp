@@ -2,6 +2,7 @@
 // first time, when its views are loaded, and later. On the display, buses and machine that the environment
 // names.
 
+#include <QByteArray>
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QGuiApplication>
@@ -92,5 +93,5 @@ int main(int argc, char** argv) {
     QGuiApplication::setQuitOnLastWindowClosed(false);
     const QGuiApplication application(argc, argv);
     return measure(std::get<PlatformOptions>(options),
-                   argc > 1 ? std::max(1, std::atoi(argv[1])) : defaultTimes);
+                   argc > 1 ? std::max(1, QByteArray(argv[1]).toInt()) : defaultTimes);
 }
