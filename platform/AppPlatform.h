@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "platform/ActivationPolicy.h"
 #include "platform/Appearance.h"
 #include "platform/Displays.h"
 #include "platform/HelperConnection.h"
@@ -16,6 +17,7 @@
 #include "platform/NotificationCenter.h"
 #include "platform/PowerAssertions.h"
 #include "platform/PowerSources.h"
+#include "platform/Relauncher.h"
 #include "platform/ResumeObserver.h"
 #include "platform/RunningApplications.h"
 #include "platform/SerialQueue.h"
@@ -65,6 +67,8 @@ public:
     /// `locale` outlives the applications.
     virtual std::unique_ptr<InstalledApplications> makeInstalledApplications(const Locale& locale) = 0;
     virtual std::unique_ptr<HotKeyService> makeHotKeyService() = 0;
+    virtual std::unique_ptr<ActivationPolicy> makeActivationPolicy() = 0;
+    virtual std::unique_ptr<Relauncher> makeRelauncher() = 0;
 };
 
 }  // namespace corvane

@@ -10,6 +10,7 @@
 #include "platform/linux/desktop/DrmDisplays.h"
 #include "platform/linux/desktop/EnvironmentLocale.h"
 #include "platform/linux/desktop/JsonUserDefaults.h"
+#include "platform/linux/desktop/LinuxRelauncher.h"
 #include "platform/linux/desktop/LinuxThermalState.h"
 #include "platform/linux/desktop/LogindResumeObserver.h"
 #include "platform/linux/desktop/PkexecInstaller.h"
@@ -24,6 +25,7 @@
 #include "platform/linux/desktop/XdgLoginItem.h"
 #include "platform/linux/desktop/XdgUrlOpener.h"
 #include "platform/linux/desktop/makeHotKeys.h"
+#include "platform/linux/gui/DesktopActivationPolicy.h"
 #include "platform/linux/gui/DesktopAppearance.h"
 #include "platform/linux/gui/DesktopStatusItem.h"
 
@@ -149,6 +151,14 @@ std::unique_ptr<InstalledApplications> LinuxAppPlatform::makeInstalledApplicatio
 
 std::unique_ptr<HotKeyService> LinuxAppPlatform::makeHotKeyService() {
     return makeHotKeys(environment, sessionBus(), mainQueue_, log_);
+}
+
+std::unique_ptr<ActivationPolicy> LinuxAppPlatform::makeActivationPolicy() {
+    return std::make_unique<DesktopActivationPolicy>();
+}
+
+std::unique_ptr<Relauncher> LinuxAppPlatform::makeRelauncher() {
+    return std::make_unique<LinuxRelauncher>(executablePath(), log_);
 }
 
 }  // namespace corvane

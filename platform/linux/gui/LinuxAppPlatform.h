@@ -43,6 +43,8 @@ public:
     std::unique_ptr<LoginItem> makeLoginItem() override;
     std::unique_ptr<InstalledApplications> makeInstalledApplications(const Locale& locale) override;
     std::unique_ptr<HotKeyService> makeHotKeyService() override;
+    std::unique_ptr<ActivationPolicy> makeActivationPolicy() override;
+    std::unique_ptr<Relauncher> makeRelauncher() override;
 
 private:
     // Each bus has its thread, so that a desktop that hangs does not hold up the way to the helper. They are

@@ -11,6 +11,7 @@
 #include "platform/simulated/MemoryUserDefaults.h"
 #include "platform/simulated/RecordingNotificationCenter.h"
 #include "platform/simulated/RecordingUrlOpener.h"
+#include "platform/simulated/SimulatedActivationPolicy.h"
 #include "platform/simulated/SimulatedAppearance.h"
 #include "platform/simulated/SimulatedDisplays.h"
 #include "platform/simulated/SimulatedHelperHost.h"
@@ -22,6 +23,7 @@
 #include "platform/simulated/SimulatedLoginItem.h"
 #include "platform/simulated/SimulatedPowerAssertions.h"
 #include "platform/simulated/SimulatedPowerSources.h"
+#include "platform/simulated/SimulatedRelauncher.h"
 #include "platform/simulated/SimulatedRunningApplications.h"
 #include "platform/simulated/SimulatedSingleInstance.h"
 #include "platform/simulated/SimulatedStatusItem.h"
@@ -119,6 +121,12 @@ public:
         keyboard = made.get();
         return made;
     }
+    std::unique_ptr<ActivationPolicy> makeActivationPolicy() override {
+        auto made = std::make_unique<SimulatedActivationPolicy>();
+        activationPolicy = made.get();
+        return made;
+    }
+    std::unique_ptr<Relauncher> makeRelauncher() override { return std::make_unique<SimulatedRelauncher>(); }
     std::unique_ptr<ResumeObserver> makeResumeObserver() override { return std::make_unique<Resumes>(*this); }
 
     HelperMachine helper;
@@ -139,6 +147,7 @@ public:
     SimulatedSingleInstance* singleInstance = nullptr;
     SimulatedStatusItem* statusItem = nullptr;
     SimulatedHotKeyService* keyboard = nullptr;
+    SimulatedActivationPolicy* activationPolicy = nullptr;
     /// Tells the application that the computer is back from a suspend.
     std::function<void()> resume;
 

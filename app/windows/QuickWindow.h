@@ -1,0 +1,67 @@
+#pragma once
+
+#include <QQmlEngine>
+#include <QQuickView>
+#include <QSize>
+#include <QString>
+#include <QVariantMap>
+#include <functional>
+#include <memory>
+
+#include "app/shell/Lang.h"
+#include "app/ui/AppearanceState.h"
+#include "app/ui/LanguageState.h"
+#include "app/windows/AppWindow.h"
+#include "platform/Appearance.h"
+#include "platform/SerialQueue.h"
+
+namespace corvane {
+
+/// A window of one fixed size that shows a view of the module `Corvane`. Its engine goes with it, so that a
+/// window that was closed leaves nothing in memory. Made after the QGuiApplication; main loop.
+class QuickWindow final : public AppWindow {
+public:
+    enum class Frame {
+        /// The desktop draws a title bar with a button that closes the window.
+        titleBar,
+        /// The view fills the whole window: it closes and moves it by itself.
+        none,
+    };
+
+    struct Content {
+        /// The name of a view, such as "MenuView". A signal `closeRequested` of it closes the window.
+        QString view;
+        QString title;
+        /// Device-independent pixels.
+        QSize size;
+        /// What the view requires. Objects among them outlive the window.
+        QVariantMap properties;
+        Frame frame = Frame::titleBar;
+    };
+
+    /// All of it outlives the window.
+    struct Services {
+        SerialQueue& mainLoop;
+        Appearance& appearance;
+        const Lang& lang;
+    };
+
+    /// Makes it in the middle of the screen. `closed` as AppWindowFactory has it.
+    QuickWindow(const Services& services, const Content& content, std::function<void()> closed);
+    ~QuickWindow() override;
+
+    void bringToFront() override;
+
+    /// For whoever looks at what is shown.
+    [[nodiscard]] QQuickView& view() { return *view_; }
+    /// What the texts of the window follow.
+    [[nodiscard]] LanguageState& language() { return language_; }
+
+private:
+    LanguageState language_;
+    AppearanceState appearance_;
+    QQmlEngine engine_;
+    std::unique_ptr<QQuickView> view_;
+};
+
+}  // namespace corvane
