@@ -18,7 +18,7 @@ struct InstalledApplication {
     bool operator==(const InstalledApplication&) const = default;
 };
 
-/// The applications that are installed. Belongs to the main loop and does not block it.
+/// The applications that are installed, but this one. Belongs to the main loop and does not block it.
 class InstalledApplications {
 public:
     using List = std::vector<InstalledApplication>;

@@ -11,6 +11,7 @@
 
 #include "app/application/runApplication.h"
 #include "app/popover/QuickPopover.h"
+#include "platform/ApplicationIdentifier.h"
 #include "platform/linux/HeldSignals.h"
 #include "platform/linux/gui/DesktopDisplay.h"
 #include "platform/select/selectAppPlatform.h"
@@ -35,7 +36,7 @@ void prepareQt(const DesktopDisplay& display) {
     setenv("QT_QPA_PLATFORM", display.qtPlatform.c_str(), 1);
     setenv("QT_QUICK_BACKEND", "software", keepOthers);
     QGuiApplication::setApplicationName("Corvane");
-    QGuiApplication::setDesktopFileName("de.tavrin.corvane");
+    QGuiApplication::setDesktopFileName(applicationIdentifier);
     QGuiApplication::setQuitOnLastWindowClosed(false);
 }
 

@@ -7,6 +7,7 @@
 
 #include <sdbus-c++/sdbus-c++.h>
 
+#include "platform/ApplicationIdentifier.h"
 #include "platform/XmlText.h"
 #include "platform/linux/BusNameWatch.h"
 
@@ -19,7 +20,6 @@ constexpr const char* busName = "org.freedesktop.Notifications";
 constexpr const char* objectPath = "/org/freedesktop/Notifications";
 constexpr const char* interface = "org.freedesktop.Notifications";
 constexpr const char* application = "Corvane";
-constexpr const char* desktopEntry = "de.tavrin.corvane";
 constexpr const char* markupCapability = "body-markup";
 constexpr const char* sound = "message-new-instant";
 constexpr std::uint8_t normalUrgency = 1;
@@ -89,13 +89,13 @@ void DBusNotificationLink::learnCapabilities(const std::vector<std::string>& cap
 void DBusNotificationLink::notify(const Post& post) {
     const std::string body = *takesMarkup_ ? xmlText(post->body) : post->body;
     const std::map<std::string, sdbus::Variant> hints = {
-        {"desktop-entry", sdbus::Variant(std::string(desktopEntry))},
+        {"desktop-entry", sdbus::Variant(std::string(applicationIdentifier))},
         {"urgency", sdbus::Variant(normalUrgency)},
         {"sound-name", sdbus::Variant(std::string(sound))}};
     pump_.send([&] {
         server_->callMethodAsync("Notify")
             .onInterface(interface)
-            .withArguments(application, nothingReplaced, desktopEntry, post->title, body,
+            .withArguments(application, nothingReplaced, applicationIdentifier, post->title, body,
                            std::vector<std::string>{}, hints, serverDecidesHowLong)
             // Whatever the answer is: the notification itself is not needed any more.
             .uponReplyInvoke([this, post](const sdbus::Error* /*error*/) { answered(); });

@@ -6,12 +6,13 @@
 #include <fcntl.h>
 #include <fmt/format.h>
 
+#include "platform/ApplicationIdentifier.h"
+
 namespace corvane {
 
 namespace {
 
 constexpr const char* application = "Corvane";
-constexpr const char* applicationId = "de.tavrin.corvane";
 constexpr std::uint32_t noWindow = 0;
 
 /// The bus library's own copies would be inherited by every program that is started, and hold the lock for as
@@ -213,7 +214,7 @@ void InhibitLink::sendInhibit(Id id, const PowerHold& hold, const Target& target
             answeredWithLock(id, error, {target, 0, keepToThisProcess(lock), {}});
         });
     } else {
-        call.withArguments(applicationId, noWindow, hold.reason, method.flags);
+        call.withArguments(applicationIdentifier, noWindow, hold.reason, method.flags);
         call.uponReplyInvoke([this, id, target](const sdbus::Error* error, std::uint32_t number) {
             answered(id, error, {target, number, {}, {}});
         });

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "platform/ApplicationIdentifier.h"
 #include "platform/linux/desktop/DesktopFiles.h"
 #include "platform/linux/desktop/OneLine.h"
 
@@ -17,7 +18,7 @@ InstalledApplications::List applicationsIn(std::vector<std::string> folders, Des
     files.refresh();
     InstalledApplications::List list;
     for (const auto& [identifier, file] : files.files()) {
-        if (!file.isOutOfMenus && !file.name.empty()) {
+        if (!file.isOutOfMenus && !file.name.empty() && identifier != applicationIdentifier) {
             const bool isUsable = file.iconName.size() <= longestIconName;
             list.push_back({identifier, oneLine(file.name), isUsable ? file.iconName : ""});
         }

@@ -5,6 +5,7 @@
 
 #include <fmt/format.h>
 
+#include "platform/ApplicationIdentifier.h"
 #include "platform/linux/desktop/BoundedFile.h"
 #include "platform/linux/desktop/DesktopEntries.h"
 
@@ -12,7 +13,6 @@ namespace corvane {
 
 namespace {
 
-constexpr const char* identifier = "de.tavrin.corvane";
 /// In bytes; far more than a file of ours has.
 constexpr std::size_t largestFile = 65'536;
 
@@ -57,7 +57,7 @@ std::string textFor(const std::filesystem::path& executable) {
         "Icon={}\n"
         "Exec={}\n"
         "X-GNOME-Autostart-enabled=true\n",
-        identifier, quotedForExec(executable.string()));
+        applicationIdentifier, quotedForExec(executable.string()));
 }
 
 }  // namespace
@@ -115,7 +115,7 @@ std::filesystem::path autostartFile(const EnvironmentLookup& environment) {
         folder = absolute("HOME");
         folder = folder.empty() ? folder : folder / ".config";
     }
-    return folder.empty() ? folder : folder / "autostart" / fmt::format("{}.desktop", identifier);
+    return folder.empty() ? folder : folder / "autostart" / fmt::format("{}.desktop", applicationIdentifier);
 }
 
 }  // namespace corvane

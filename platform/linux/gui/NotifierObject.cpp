@@ -4,6 +4,7 @@
 
 #include <sdbus-c++/sdbus-c++.h>
 
+#include "platform/ApplicationIdentifier.h"
 #include "platform/XmlText.h"
 
 namespace corvane {
@@ -22,7 +23,7 @@ NotifierObject::NotifierObject(sdbus::IConnection& connection, SharedContents co
 
 void NotifierObject::registerTexts() {
     const std::pair<const char*, const char*> texts[] = {{"Category", "SystemServices"},
-                                                         {"Id", "de.tavrin.corvane"},
+                                                         {"Id", applicationIdentifier},
                                                          {"Title", "Corvane"},
                                                          {"Status", "Active"},
                                                          {"IconName", ""},

@@ -16,6 +16,7 @@
 namespace corvane {
 namespace {
 
+using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::UnorderedElementsAre;
 
@@ -110,6 +111,12 @@ TEST_F(XdgInstalledApplicationsTest, HaveNamesThatCanBeShownWhateverIsInTheFiles
         EXPECT_EQ(application.name.find_first_of("\n\x01"), std::string::npos) << application.name;
         EXPECT_EQ(application.iconName, "");
     }
+}
+
+TEST_F(XdgInstalledApplicationsTest, LeaveOutTheApplicationItself) {
+    install("system/applications/de.tavrin.corvane.desktop", "Name=Corvane\n");
+    install("system/applications/tool.desktop", "Name=Tool\n");
+    EXPECT_THAT(list(), ElementsAre(InstalledApplication{"tool", "Tool", ""}));
 }
 
 TEST_F(XdgInstalledApplicationsTest, AreReadAfreshEachTime) {
