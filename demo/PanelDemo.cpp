@@ -93,6 +93,8 @@ PanelHand PanelDemo::hand() {
 void PanelDemo::holdFloor() {
     hand().click("fanSection/switch");
     pass(500ms);
+    hand().click("fanSection/header");
+    pass(500ms);
     hand().click("coolingMode/manual");
     pass(500ms);
     hand().drag("strengthSlider", floorPercent / 100);
