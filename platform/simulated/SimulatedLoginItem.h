@@ -8,11 +8,12 @@ namespace corvane {
 class SimulatedLoginItem final : public LoginItem {
 public:
     [[nodiscard]] bool isEnabled() const override { return isEnabled_; }
-    void setEnabled(bool on) override {
+    bool setEnabled(bool on) override {
         if (isEnabled_ != on && !isBroken_) {
             isEnabled_ = on;
             ++changes_;
         }
+        return isEnabled_ == on;
     }
 
     /// From now on changes fail.

@@ -69,40 +69,31 @@ bool XdgLoginItem::isEnabled() const {
            entries.plain("X-GNOME-Autostart-enabled") != "false";
 }
 
-void XdgLoginItem::setEnabled(bool on) {
+bool XdgLoginItem::setEnabled(bool on) {
     if (on == isEnabled()) {
-        return;
+        return true;
     }
-    if (on) {
-        write();
-    } else {
-        remove();
+    const std::optional<std::string> error = on ? write() : remove();
+    if (error) {
+        log_.write(fmt::format("Corvane login-item toggle failed: {}", *error));
     }
+    return !error;
 }
 
-void XdgLoginItem::write() {
+std::optional<std::string> XdgLoginItem::write() {
     if (file_.empty() || executable_.empty()) {
-        report(file_.empty() ? "the environment names no home folder" : "the executable is not known");
-        return;
+        return file_.empty() ? "the environment names no home folder" : "the executable is not known";
     }
     std::error_code error;
     std::filesystem::create_directories(file_.parent_path(), error);
     const auto failure =
         error ? std::optional(error.message()) : files_.writeAtomically(file_, textFor(executable_));
-    if (failure) {
-        report(fmt::format("{}: {}", file_.string(), *failure));
-    }
+    return failure ? std::optional(fmt::format("{}: {}", file_.string(), *failure)) : std::nullopt;
 }
 
-void XdgLoginItem::remove() {
+std::optional<std::string> XdgLoginItem::remove() {
     files_.remove(file_);
-    if (isEnabled()) {
-        report(fmt::format("{} cannot be removed", file_.string()));
-    }
-}
-
-void XdgLoginItem::report(const std::string& error) {
-    log_.write(fmt::format("Corvane login-item toggle failed: {}", error));
+    return isEnabled() ? std::optional(fmt::format("{} cannot be removed", file_.string())) : std::nullopt;
 }
 
 std::filesystem::path autostartFile(const EnvironmentLookup& environment) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -21,12 +22,12 @@ public:
         : files_(files), log_(log), file_(std::move(file)), executable_(std::move(executable)) {}
 
     [[nodiscard]] bool isEnabled() const override;
-    void setEnabled(bool on) override;
+    bool setEnabled(bool on) override;
 
 private:
-    void write();
-    void remove();
-    void report(const std::string& error);
+    // What went wrong.
+    std::optional<std::string> write();
+    std::optional<std::string> remove();
 
     FileSystem& files_;
     Log& log_;

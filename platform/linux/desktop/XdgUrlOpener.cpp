@@ -8,18 +8,32 @@
 
 #include "platform/linux/HeldSignals.h"
 #include "platform/linux/desktop/HttpsUrl.h"
+#include "platform/linux/desktop/MailtoUrl.h"
 
 namespace corvane {
 
+namespace {
+
+/// As it may be handed to xdg-open.
+std::optional<QString> openable(const std::string& url) {
+    if (isMailtoUrl(url)) {
+        return QString::fromStdString(url);
+    }
+    const std::optional<QUrl> page = httpsUrl(url);
+    return page ? std::optional(QString::fromLatin1(page->toEncoded())) : std::nullopt;
+}
+
+}  // namespace
+
 void XdgUrlOpener::open(const std::string& url) {
-    const std::optional<QUrl> address = httpsUrl(url);
+    const std::optional<QString> address = openable(url);
     const QString program = QStandardPaths::findExecutable(QStringLiteral("xdg-open"));
     if (!address || program.isEmpty()) {
         return;
     }
     QProcess process;
     process.setProgram(program);
-    process.setArguments({QString::fromLatin1(address->toEncoded())});
+    process.setArguments({*address});
     process.setStandardInputFile(QProcess::nullDevice());
     process.setStandardOutputFile(QProcess::nullDevice());
     process.setStandardErrorFile(QProcess::nullDevice());
