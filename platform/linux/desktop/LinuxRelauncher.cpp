@@ -1,6 +1,7 @@
 #include "platform/linux/desktop/LinuxRelauncher.h"
 
 #include <array>
+#include <cerrno>
 #include <csignal>
 #include <system_error>
 
@@ -57,6 +58,11 @@ private:
 }  // namespace
 
 void LinuxRelauncher::relaunch() {
+    // Whoever waits to start it can no longer tell anybody.
+    if (access(executable_.c_str(), X_OK) != 0) {
+        log_.write(fmt::format("Corvane relaunch failed: {}: {}", executable_.string(), describe(errno)));
+        return;
+    }
     std::array<int, 2> ends{-1, -1};
     if (pipe2(ends.data(), O_CLOEXEC) != 0) {
         log_.write(fmt::format("Corvane relaunch failed: {}", describe(errno)));
