@@ -12,6 +12,8 @@ struct BuildInfo {
     static const char* const updateFeed;
     /// The product's home page, an https address; empty for none.
     static const char* const homePage;
+    /// Where users write to, a mail address; empty for none.
+    static const char* const supportMail;
 };
 
 }  // namespace corvane
