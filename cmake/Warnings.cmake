@@ -7,6 +7,8 @@ function(corvane_defaults target)
         -Woverloaded-virtual -Wdouble-promotion -Wformat=2 -Wimplicit-fallthrough $<$<CXX_COMPILER_ID:GNU>:-Werror>)
     if(CORVANE_UNITY)
         set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 8)
+        # Sources of one unit see each other's names.
+        target_compile_options(${target} PRIVATE -Wno-shadow)
     endif()
     if(CORVANE_ASSERTIONS)
         target_compile_options(${target} PRIVATE -UNDEBUG)
