@@ -7,8 +7,8 @@
 
 namespace corvane {
 
-/// The files that an installer looks at and writes. Paths are absolute. Blocks as long as a disk does; may be
-/// called from any thread.
+/// The files that an installer looks at and writes, and that an uninstaller removes. Paths are absolute.
+/// Blocks as long as a disk does; may be called from any thread.
 class FileSystem {
 public:
     FileSystem() = default;
@@ -26,6 +26,10 @@ public:
 
     /// Removes a file; one that is not there, or cannot be removed, is passed over.
     virtual void remove(const std::filesystem::path& path) = 0;
+
+    /// Removes a folder with everything in it, or a file. A link is removed, never what it leads to. What is
+    /// not there, or cannot be removed, is passed over.
+    virtual void removeTree(const std::filesystem::path& path) = 0;
 
     /// Both are ordinary files, or links to such, that can be read, and they are not the same byte for byte.
     [[nodiscard]] virtual bool differ(const std::filesystem::path& one,

@@ -32,6 +32,11 @@ public:
     /// Forgets the value, if there is one; at once as well.
     virtual void remove(std::string_view key) = 0;
 
+    /// Forgets everything, and takes away what it was kept in; what cannot be taken away is passed over. From
+    /// then on nothing is stored any more: what is set holds until the process ends, so that nothing is left
+    /// behind by whoever still sets something on the way to that end.
+    virtual void removeAll() = 0;
+
     /// The value under `key` when it has just this type.
     template <typename T>
     [[nodiscard]] std::optional<T> get(std::string_view key) const {

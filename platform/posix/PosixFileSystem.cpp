@@ -89,6 +89,11 @@ void PosixFileSystem::remove(const std::filesystem::path& path) {
     unlink(path.c_str());
 }
 
+void PosixFileSystem::removeTree(const std::filesystem::path& path) {
+    std::error_code ignored;
+    std::filesystem::remove_all(path, ignored);
+}
+
 bool PosixFileSystem::differ(const std::filesystem::path& one, const std::filesystem::path& other) const {
     const FileDescriptor files[] = {openToRead(one), openToRead(other)};
     if (!files[0].isOpen() || !files[1].isOpen()) {

@@ -12,6 +12,7 @@ public:
     [[nodiscard]] std::optional<std::string> writeAtomically(const std::filesystem::path& path,
                                                              std::string_view text) override;
     void remove(const std::filesystem::path& path) override;
+    void removeTree(const std::filesystem::path& path) override;
     [[nodiscard]] bool differ(const std::filesystem::path& one,
                               const std::filesystem::path& other) const override;
 };

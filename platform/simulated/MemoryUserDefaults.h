@@ -41,12 +41,21 @@ public:
         }
     }
 
+    void removeAll() override {
+        isRemoved_ = true;
+        values_.clear();
+    }
+
+    /// Whether everything was removed, after which nothing is kept any more.
+    [[nodiscard]] bool isRemoved() const { return isRemoved_; }
+
     /// Oldest first.
     [[nodiscard]] const std::vector<Write>& writes() const { return writes_; }
 
 private:
     std::map<std::string, DefaultsValue, std::less<>> values_;
     std::vector<Write> writes_;
+    bool isRemoved_ = false;
 };
 
 }  // namespace corvane

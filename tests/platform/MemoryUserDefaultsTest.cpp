@@ -26,5 +26,12 @@ TEST(MemoryUserDefaults, RecordsEveryWriteEvenOfWhatIsStoredAlready) {
                 testing::ElementsAre(Write("key", true), Write("key", true), Write("key", std::nullopt)));
 }
 
+TEST(MemoryUserDefaults, TellsThatEverythingWasRemoved) {
+    MemoryUserDefaults defaults;
+    EXPECT_FALSE(defaults.isRemoved());
+    defaults.removeAll();
+    EXPECT_TRUE(defaults.isRemoved());
+}
+
 }  // namespace
 }  // namespace corvane

@@ -81,8 +81,28 @@ TYPED_TEST_P(UserDefaultsContract, RefusesRealsThatAreNotFinite) {
     EXPECT_EQ(this->defaults().value("key"), DefaultsValue(2.5));
 }
 
+TYPED_TEST_P(UserDefaultsContract, ForgetsEverythingAtOnce) {
+    this->defaults().set("one", true);
+    this->defaults().set("two", std::string("text"));
+    this->defaults().removeAll();
+    EXPECT_EQ(this->defaults().value("one"), std::nullopt);
+    EXPECT_EQ(this->defaults().value("two"), std::nullopt);
+}
+
+TYPED_TEST_P(UserDefaultsContract, HoldsWithoutKeepingItWhatIsSetAfterEverythingWasRemoved) {
+    UserDefaults& defaults = this->defaults();
+    defaults.set("key", true);
+    defaults.removeAll();
+    defaults.set("key", false);
+    EXPECT_EQ(defaults.value("key"), DefaultsValue(false));
+    defaults.remove("key");
+    EXPECT_EQ(defaults.value("key"), std::nullopt);
+    defaults.removeAll();
+}
+
 REGISTER_TYPED_TEST_SUITE_P(UserDefaultsContract, HasNothingUnderAnUnknownKey, GivesBackEveryTypeAsItWasSet,
                             ConvertsNoTypeIntoAnother, ForgetsWhatIsRemovedAndNothingElse,
-                            RefusesRealsThatAreNotFinite);
+                            RefusesRealsThatAreNotFinite, ForgetsEverythingAtOnce,
+                            HoldsWithoutKeepingItWhatIsSetAfterEverythingWasRemoved);
 
 }  // namespace corvane

@@ -2,7 +2,10 @@
 
 #include <QJsonDocument>
 #include <QSaveFile>
+#include <algorithm>
 #include <cerrno>
+#include <functional>
+#include <string_view>
 #include <system_error>
 
 #include <fcntl.h>
@@ -22,6 +25,9 @@ namespace fs = std::filesystem;
 constexpr int mostLinks = 40;
 /// Damaged files that are kept.
 constexpr int mostSetAside = 1000;
+constexpr std::string_view damagedSuffix = ".damaged";
+/// Letters that the name of an unfinished file has behind its point.
+constexpr std::size_t unfinishedLetters = 6;
 
 FileStamp stampOf(const struct stat& status) {
     return {status.st_dev, status.st_ino, status.st_size, status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
@@ -108,6 +114,42 @@ QByteArray toBytes(const QJsonObject& contents) {
     return QJsonDocument(contents).toJson(QJsonDocument::Indented);
 }
 
+/// What follows the name of `file` in that of another one beside it; none when it has another name.
+std::optional<std::string> suffixOf(const fs::path& other, const fs::path& file) {
+    const std::string name = other.filename().string();
+    const std::string base = file.filename().string();
+    return name.starts_with(base) ? std::optional(name.substr(base.size())) : std::nullopt;
+}
+
+bool isDamaged(std::string_view suffix) {
+    if (!suffix.starts_with(damagedSuffix)) {
+        return false;
+    }
+    suffix.remove_prefix(damagedSuffix.size());
+    return suffix.empty() || (suffix.starts_with('-') && suffix.size() > 1 &&
+                              suffix.find_first_not_of("0123456789", 1) == std::string_view::npos);
+}
+
+bool isUnfinished(std::string_view suffix) {
+    const auto isLetter = [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); };
+    return suffix.size() == unfinishedLetters + 1 && suffix.front() == '.' &&
+           std::all_of(suffix.begin() + 1, suffix.end(), isLetter);
+}
+
+/// Removes a file, and the files beside it whose names are its own with such a suffix.
+void removeWithSuffixes(const fs::path& file, const std::function<bool(std::string_view)>& isOurs) {
+    std::error_code ignored;
+    for (fs::directory_iterator entry(file.parent_path(), ignored), end; entry != end;
+         entry.increment(ignored)) {
+        const std::optional<std::string> suffix = suffixOf(entry->path(), file);
+        std::error_code failed;
+        if (suffix && (suffix->empty() || isOurs(*suffix)) &&
+            !fs::is_directory(entry->symlink_status(failed))) {
+            fs::remove(entry->path(), failed);
+        }
+    }
+}
+
 }  // namespace
 
 JsonSettingsFile::Contents JsonSettingsFile::read() {
@@ -167,7 +209,7 @@ std::variant<fs::path, std::string> JsonSettingsFile::setAside() const {
     std::error_code error;
     for (int number = 1; number <= mostSetAside; ++number) {
         fs::path to = from;
-        to += number == 1 ? ".damaged" : fmt::format(".damaged-{}", number);
+        to += number == 1 ? std::string(damagedSuffix) : fmt::format("{}-{}", damagedSuffix, number);
         if (fs::symlink_status(to, error).type() != fs::file_type::not_found) {
             continue;
         }
@@ -178,6 +220,18 @@ std::variant<fs::path, std::string> JsonSettingsFile::setAside() const {
         return to;
     }
     return fmt::format("there are {} damaged ones already", mostSetAside);
+}
+
+void JsonSettingsFile::erase() const {
+    const fs::path target = followLinks(path_);
+    if (target != path_) {
+        // In a folder of the user's own, where only what certainly is ours may be touched.
+        removeWithSuffixes(target, isDamaged);
+    }
+    removeWithSuffixes(path_,
+                       [](std::string_view suffix) { return isDamaged(suffix) || isUnfinished(suffix); });
+    std::error_code notEmpty;
+    fs::remove(path_.parent_path(), notEmpty);
 }
 
 }  // namespace corvane

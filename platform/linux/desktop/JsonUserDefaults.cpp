@@ -21,7 +21,8 @@ QString toKey(std::string_view key) {
 
 }  // namespace
 
-JsonUserDefaults::JsonUserDefaults(std::filesystem::path path, Log& log) : log_(log), file_(std::move(path)) {
+JsonUserDefaults::JsonUserDefaults(std::filesystem::path path, Log& log)
+    : path_(std::move(path)), log_(log), file_(path_) {
     load();
 }
 
@@ -47,6 +48,14 @@ void JsonUserDefaults::set(std::string_view key, DefaultsValue value) {
 
 void JsonUserDefaults::remove(std::string_view key) {
     change(toKey(key), QJsonValue::Undefined);
+}
+
+void JsonUserDefaults::removeAll() {
+    JsonSettingsFile(path_).erase();
+    // Without a file nothing is written again.
+    file_.reset();
+    values_ = {};
+    unwritten_.clear();
 }
 
 void JsonUserDefaults::load() {

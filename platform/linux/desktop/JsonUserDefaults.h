@@ -33,6 +33,9 @@ public:
     [[nodiscard]] std::optional<DefaultsValue> value(std::string_view key) const override;
     void set(std::string_view key, DefaultsValue value) override;
     void remove(std::string_view key) override;
+    /// The file's folder goes as well, unless somebody else has something in it; so it goes even where the
+    /// file must not be touched otherwise.
+    void removeAll() override;
 
 private:
     /// Reads the file; what is not in it yet goes on top.
@@ -43,6 +46,7 @@ private:
     void leaveAlone(const std::string& why);
     void refuse(std::string_view key, std::string_view why);
 
+    std::filesystem::path path_;
     Log& log_;
     /// None once the file must not be touched.
     std::optional<JsonSettingsFile> file_;

@@ -107,6 +107,19 @@ TEST_F(PosixFileSystemTest, RemovesAFileAndPassesOverWhatItCannotRemove) {
     EXPECT_THAT(folder.names(), ElementsAre("folder"));
 }
 
+TEST_F(PosixFileSystemTest, RemovesAFolderWithEverythingInItAndFollowsNoLink) {
+    folder.write("folder/deep/file", "");
+    folder.write("file", "");
+    folder.write("elsewhere/kept", "");
+    std::filesystem::create_directory_symlink(folder / "elsewhere", folder / "folder/link");
+    std::filesystem::create_directory_symlink(folder / "elsewhere", folder / "link");
+    for (const char* name : {"folder", "file", "link", "nothing"}) {
+        files.removeTree(folder / name);
+    }
+    EXPECT_THAT(folder.names(), ElementsAre("elsewhere"));
+    EXPECT_TRUE(files.isFile(folder / "elsewhere/kept"));
+}
+
 TEST_F(PosixFileSystemTest, FindsOneDifferentByteWhereverItIs) {
     // The sizes are those of the blocks it reads, and their neighbours.
     for (const std::size_t size : {1U, 65'535U, 65'536U, 65'537U, 131'072U, 200'000U}) {
