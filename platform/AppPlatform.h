@@ -24,6 +24,7 @@
 #include "platform/SingleInstance.h"
 #include "platform/StatusItem.h"
 #include "platform/ThermalStateMonitor.h"
+#include "platform/Uninstaller.h"
 #include "platform/UrlOpener.h"
 #include "platform/UserDefaults.h"
 #include "platform/Volumes.h"
@@ -69,6 +70,8 @@ public:
     virtual std::unique_ptr<HotKeyService> makeHotKeyService() = 0;
     virtual std::unique_ptr<ActivationPolicy> makeActivationPolicy() = 0;
     virtual std::unique_ptr<Relauncher> makeRelauncher() = 0;
+    /// Both outlive the uninstaller.
+    virtual std::unique_ptr<Uninstaller> makeUninstaller(LoginItem& loginItem, UserDefaults& defaults) = 0;
 };
 
 }  // namespace corvane

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "app/installer/AppleScriptSource.h"
+#include "app/installer/AdministratorScript.h"
 #include "app/installer/LaunchdPropertyList.h"
 #include "app/installer/LaunchdScript.h"
 
@@ -11,6 +11,10 @@ namespace corvane {
 namespace {
 
 constexpr const char* temporaryName = "de.tavrin.switchyard.smchelper.plist";
+
+/// English in both languages.
+constexpr AdministratorScriptTexts installationTexts{.notCreated = "Failed to create AppleScript",
+                                                     .unknownError = "unknown error"};
 
 }  // namespace
 
@@ -35,7 +39,7 @@ InstallResult LaunchdInstaller::installed() {
         return InstallResult::failure("Standalone helper binary not found in app bundle");
     }
     const std::filesystem::path list = paths_.temporaryFolder / temporaryName;
-    if (const auto error = files_.writeAtomically(list, makePlist(paths_.installed.helper))) {
+    if (const auto error = files_.writeAtomically(list, makePlist(paths_.installed))) {
         return InstallResult::failure("Could not write plist: " + *error);
     }
     InstallResult result = runAsRoot(launchdScript(*paths_.bundledHelper, list, paths_.installed));
@@ -49,18 +53,7 @@ InstallResult LaunchdInstaller::runAsRoot(const std::string& shellScript) {
         "Passwort-Abfragen.",
         "Corvane is installing a small helper for fan control. After this, everything runs without further "
         "password prompts.");
-    const AppleScriptResult result = scripting_.run(appleScriptSource(shellScript, prompt));
-    switch (result.outcome) {
-        case AppleScriptResult::Outcome::success:
-            return InstallResult::success();
-        case AppleScriptResult::Outcome::notCreated:
-            return InstallResult::failure("Failed to create AppleScript");
-        case AppleScriptResult::Outcome::failure:
-            break;
-    }
-    return result.number == AppleScriptResult::userCancelled
-               ? InstallResult::cancelled()
-               : InstallResult::failure(result.message.value_or("unknown error"));
+    return runAsAdministrator(scripting_, shellScript, prompt, installationTexts);
 }
 
 }  // namespace corvane

@@ -37,10 +37,10 @@ constexpr std::string_view plistForm = R"(<?xml version="1.0" encoding="UTF-8"?>
 
 }  // namespace
 
-std::string makePlist(const std::filesystem::path& helper) {
+std::string makePlist(const LaunchdLocations& installed) {
     return fmt::format(plistForm, fmt::arg("label", FanHelperProtocol::serviceName),
-                       fmt::arg("helper", xmlText(helper.string())),
-                       fmt::arg("log", "/var/log/corvane-smchelper.log"));
+                       fmt::arg("helper", xmlText(installed.helper.string())),
+                       fmt::arg("log", xmlText(installed.log.string())));
 }
 
 }  // namespace corvane

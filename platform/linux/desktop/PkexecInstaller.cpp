@@ -1,17 +1,6 @@
 #include "platform/linux/desktop/PkexecInstaller.h"
 
-#include <QByteArray>
-#include <QProcess>
-#include <QString>
-#include <QStringList>
-#include <csignal>
-#include <cstddef>
 #include <utility>
-
-#include <sys/types.h>
-
-#include "platform/linux/HeldSignals.h"
-#include "platform/linux/desktop/PkexecResult.h"
 
 namespace corvane {
 
@@ -19,32 +8,13 @@ namespace {
 
 constexpr const char* helperName = "corvane-helper";
 constexpr const char* scriptName = "install-helper";
-/// In bytes; the reason of a failure comes last.
-constexpr std::size_t keptErrors = 4096;
-
-/// pkexec is root's once it was agreed to: then it cannot be killed by its user, nor should it be.
-bool killPrompt(const QProcess& process) {
-    return process.processId() <= 0 || kill(static_cast<pid_t>(process.processId()), SIGKILL) == 0;
-}
 
 }  // namespace
 
 PkexecInstaller::PkexecInstaller(const FileSystem& files, Paths paths)
-    : files_(files), paths_(std::move(paths)) {}
-
-PkexecInstaller::~PkexecInstaller() {
-    if (!process_) {
-        return;
-    }
-    process_->disconnect();
-    if (killPrompt(*process_)) {
-        process_->waitForFinished();
-        return;
-    }
-    // QProcess would wait for it.
-    QProcess* const running = process_.release();
-    QObject::connect(running, &QProcess::finished, running, &QObject::deleteLater);
-}
+    : files_(files),
+      paths_(std::move(paths)),
+      script_({.script = paths_.folder / scriptName, .work = "the installation", .pkexec = paths_.pkexec}) {}
 
 bool PkexecInstaller::isPresent(const Helper& helper) const {
     return files_.isFile(helper.program) && files_.isFile(helper.activation);
@@ -63,48 +33,7 @@ void PkexecInstaller::install(Done done) {
         done(InstallResult::failure("Standalone helper binary not found in app bundle"));
         return;
     }
-    done_ = std::move(done);
-    errors_.clear();
-    start();
-}
-
-void PkexecInstaller::start() {
-    process_ = std::make_unique<QProcess>();
-    process_->setStandardInputFile(QProcess::nullDevice());
-    process_->setStandardOutputFile(QProcess::nullDevice());
-    QObject::connect(process_.get(), &QProcess::readyReadStandardError, [this] { keepErrors(); });
-    QObject::connect(process_.get(), &QProcess::errorOccurred, [this](QProcess::ProcessError error) {
-        if (error == QProcess::FailedToStart) {
-            finish(InstallResult::failure("pkexec is not installed"));
-        }
-    });
-    QObject::connect(process_.get(), &QProcess::finished, [this](int status, QProcess::ExitStatus how) {
-        keepErrors();
-        finish(how == QProcess::NormalExit ? pkexecResult(status, errors_)
-                                           : InstallResult::failure("the installation was interrupted"));
-    });
-    // What the application holds back ends pkexec and the script. Async-signal-safe, as it must be.
-    process_->setChildProcessModifier(
-        [held = terminationSignals()] { sigprocmask(SIG_UNBLOCK, &held, nullptr); });
-    // Its own prompt in a terminal is for people who work in one.
-    process_->start(
-        QString::fromStdString(paths_.pkexec),
-        {QStringLiteral("--disable-internal-agent"), QString::fromStdString(paths_.folder / scriptName)});
-}
-
-void PkexecInstaller::keepErrors() {
-    const QByteArray more = process_->readAllStandardError();
-    errors_.append(more.constData(), static_cast<std::size_t>(more.size()));
-    if (errors_.size() > keptErrors) {
-        errors_.erase(0, errors_.size() - keptErrors);
-    }
-}
-
-void PkexecInstaller::finish(const InstallResult& result) {
-    // This runs inside a signal of the process; `done` may destroy the installer.
-    process_.release()->deleteLater();
-    const Done done = std::exchange(done_, nullptr);
-    done(result);
+    script_.run(std::move(done));
 }
 
 }  // namespace corvane

@@ -1,14 +1,11 @@
 #pragma once
 
 #include <filesystem>
-#include <functional>
-#include <memory>
 #include <string>
 
 #include "platform/FileSystem.h"
 #include "platform/HelperInstaller.h"
-
-class QProcess;
+#include "platform/linux/desktop/PkexecScript.h"
 
 namespace corvane {
 
@@ -39,10 +36,6 @@ public:
     /// `files` outlives the installer.
     PkexecInstaller(const FileSystem& files, Paths paths);
 
-    /// While the prompt is up, this takes it away, and nothing is installed. An installation that was agreed
-    /// to runs to its end by itself.
-    ~PkexecInstaller() override;
-
     /// From the installer or from a package.
     [[nodiscard]] bool isInstalled() const override;
 
@@ -50,22 +43,16 @@ public:
     /// bus.
     [[nodiscard]] bool needsUpdate() const override;
 
-    /// Returns at once.
+    /// Returns at once. While the prompt is up, the end of the installer takes it away, and nothing is
+    /// installed; an installation that was agreed to runs to its end by itself.
     void install(Done done) override;
 
 private:
     [[nodiscard]] bool isPresent(const Helper& helper) const;
-    void start();
-    void keepErrors();
-    /// Ends the run, which has ended itself, with its result.
-    void finish(const InstallResult& result);
 
     const FileSystem& files_;
     Paths paths_;
-    Done done_;
-    std::unique_ptr<QProcess> process_;
-    /// The end of what it wrote to standard error.
-    std::string errors_;
+    PkexecScript script_;
 };
 
 }  // namespace corvane

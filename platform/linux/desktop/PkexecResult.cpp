@@ -37,7 +37,7 @@ std::string_view refusal(std::string_view text) {
     return text.substr(0, text.find('\n'));
 }
 
-std::string messageOf(int status, std::string_view errors) {
+std::string messageOf(int status, std::string_view errors, std::string_view work) {
     if (status == refused) {
         if (const std::string_view reason = refusal(errors); !reason.empty()) {
             return oneLine(reason);
@@ -46,20 +46,19 @@ std::string messageOf(int status, std::string_view errors) {
     if (const std::string_view line = lastLine(errors); !line.empty()) {
         return oneLine(line);
     }
-    return status == refused ? "Not authorized"
-                             : fmt::format("the installation ended with status {}", status);
+    return status == refused ? "Not authorized" : fmt::format("{} ended with status {}", work, status);
 }
 
 }  // namespace
 
-InstallResult pkexecResult(int status, std::string_view errors) {
+InstallResult pkexecResult(int status, std::string_view errors, std::string_view work) {
     switch (status) {
         case 0:
             return InstallResult::success();
         case dismissed:
             return InstallResult::cancelled();
         default:
-            return InstallResult::failure(messageOf(status, errors));
+            return InstallResult::failure(messageOf(status, errors, work));
     }
 }
 

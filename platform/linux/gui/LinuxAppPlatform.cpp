@@ -14,6 +14,8 @@
 #include "platform/linux/desktop/LinuxThermalState.h"
 #include "platform/linux/desktop/LogindResumeObserver.h"
 #include "platform/linux/desktop/PkexecInstaller.h"
+#include "platform/linux/desktop/PkexecUninstaller.h"
+#include "platform/linux/desktop/PrivateBusUninstaller.h"
 #include "platform/linux/desktop/QtHttpsClient.h"
 #include "platform/linux/desktop/SessionApplications.h"
 #include "platform/linux/desktop/SuppliedHelper.h"
@@ -44,7 +46,7 @@ BusThread& started(std::unique_ptr<BusThread>& thread, const char* label) {
     return *thread;
 }
 
-/// What the application brings along for the installation of its helper, as seen from its executable.
+/// What the application brings along to install its helper and to remove itself, as seen from its executable.
 std::filesystem::path applicationFolder() {
     return executablePath().parent_path().parent_path() / CORVANE_LIBEXEC_FOLDER;
 }
@@ -159,6 +161,15 @@ std::unique_ptr<ActivationPolicy> LinuxAppPlatform::makeActivationPolicy() {
 
 std::unique_ptr<Relauncher> LinuxAppPlatform::makeRelauncher() {
     return std::make_unique<LinuxRelauncher>(executablePath(), log_);
+}
+
+std::unique_ptr<Uninstaller> LinuxAppPlatform::makeUninstaller(LoginItem& loginItem, UserDefaults& defaults) {
+    if (!helperBus_.isSystem()) {
+        return std::make_unique<PrivateBusUninstaller>();
+    }
+    return std::make_unique<PkexecUninstaller>(
+        loginItem, defaults, files_,
+        PkexecUninstaller::Paths{.folder = applicationFolder(), .traces = userTraces(environment)});
 }
 
 }  // namespace corvane

@@ -45,6 +45,7 @@ public:
     std::unique_ptr<HotKeyService> makeHotKeyService() override;
     std::unique_ptr<ActivationPolicy> makeActivationPolicy() override;
     std::unique_ptr<Relauncher> makeRelauncher() override;
+    std::unique_ptr<Uninstaller> makeUninstaller(LoginItem& loginItem, UserDefaults& defaults) override;
 
 private:
     // Each bus has its thread, so that a desktop that hangs does not hold up the way to the helper. They are

@@ -28,6 +28,7 @@
 #include "platform/simulated/SimulatedSingleInstance.h"
 #include "platform/simulated/SimulatedStatusItem.h"
 #include "platform/simulated/SimulatedThermalState.h"
+#include "platform/simulated/SimulatedUninstaller.h"
 #include "platform/simulated/SimulatedVolumes.h"
 #include "tests/helper/HelperMachine.h"
 #include "tests/helper/TestHelperPlatform.h"
@@ -126,7 +127,17 @@ public:
         activationPolicy = made.get();
         return made;
     }
-    std::unique_ptr<Relauncher> makeRelauncher() override { return std::make_unique<SimulatedRelauncher>(); }
+    std::unique_ptr<Relauncher> makeRelauncher() override {
+        auto made = std::make_unique<SimulatedRelauncher>();
+        relauncher = made.get();
+        return made;
+    }
+    std::unique_ptr<Uninstaller> makeUninstaller(LoginItem& /*loginItem*/,
+                                                 UserDefaults& /*defaults*/) override {
+        auto made = std::make_unique<SimulatedUninstaller>();
+        uninstaller = made.get();
+        return made;
+    }
     std::unique_ptr<ResumeObserver> makeResumeObserver() override { return std::make_unique<Resumes>(*this); }
 
     HelperMachine helper;
@@ -148,6 +159,8 @@ public:
     SimulatedStatusItem* statusItem = nullptr;
     SimulatedHotKeyService* keyboard = nullptr;
     SimulatedActivationPolicy* activationPolicy = nullptr;
+    SimulatedRelauncher* relauncher = nullptr;
+    SimulatedUninstaller* uninstaller = nullptr;
     /// Tells the application that the computer is back from a suspend.
     std::function<void()> resume;
 

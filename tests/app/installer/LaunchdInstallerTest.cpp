@@ -1,4 +1,3 @@
-#include <map>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -11,6 +10,8 @@
 #include "platform/posix/PosixFileSystem.h"
 #include "platform/simulated/MemoryUserDefaults.h"
 #include "platform/simulated/SimulatedLocale.h"
+#include "tests/app/installer/NotedFiles.h"
+#include "tests/app/installer/NotedScripting.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace corvane {
@@ -18,61 +19,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-using Steps = std::vector<std::string>;
-
-/// Files in memory; notes what is changed.
-class NotedFiles final : public FileSystem {
-public:
-    explicit NotedFiles(Steps& steps) : steps_(steps) {}
-
-    [[nodiscard]] bool isFile(const std::filesystem::path& path) const override {
-        return contents.contains(path);
-    }
-    [[nodiscard]] std::optional<std::string> writeAtomically(const std::filesystem::path& path,
-                                                             std::string_view text) override {
-        steps_.push_back("write " + path.string());
-        if (!writeError) {
-            contents[path] = text;
-        }
-        return writeError;
-    }
-    void remove(const std::filesystem::path& path) override {
-        steps_.push_back("remove " + path.string());
-        contents.erase(path);
-    }
-    [[nodiscard]] bool differ(const std::filesystem::path& one,
-                              const std::filesystem::path& other) const override {
-        return isFile(one) && isFile(other) && contents.at(one) != contents.at(other);
-    }
-
-    std::map<std::filesystem::path, std::string> contents;
-    std::optional<std::string> writeError;
-
-private:
-    Steps& steps_;
-};
-
-/// Ends every script the way it is told to; sees what the files hold meanwhile.
-class NotedScripting final : public AppleScript {
-public:
-    NotedScripting(Steps& steps, const NotedFiles& files) : steps_(steps), files_(files) {}
-
-    [[nodiscard]] AppleScriptResult run(const std::string& source) override {
-        steps_.emplace_back("run");
-        sources.push_back(source);
-        seen = files_.contents;
-        return result;
-    }
-
-    AppleScriptResult result;
-    Steps sources;
-    std::map<std::filesystem::path, std::string> seen;
-
-private:
-    Steps& steps_;
-    const NotedFiles& files_;
-};
 
 constexpr const char* bundled = "/Applications/It's Corvane.app/Contents/Resources/corvane-helper";
 constexpr const char* list = "/tmp/user/de.tavrin.switchyard.smchelper.plist";
@@ -137,7 +83,7 @@ TEST_F(LaunchdInstallerTest, NeedsAnUpdateWhenTheInstalledProgramIsAnotherOne) {
 TEST_F(LaunchdInstallerTest, ShowsOnePromptAndRemovesTheTemporaryFileAfterwards) {
     EXPECT_EQ(install(), InstallResult::success());
     EXPECT_THAT(steps, ElementsAre(std::string("write ") + list, "run", std::string("remove ") + list));
-    EXPECT_EQ(scripting.seen.at(list), makePlist(installedHelper));
+    EXPECT_EQ(scripting.seen.at(list), makePlist({}));
     EXPECT_THAT(scripting.sources, ElementsAre(appleScriptSource(launchdScript(bundled, list, {}), english)));
     EXPECT_FALSE(files.contents.contains(list));
 }

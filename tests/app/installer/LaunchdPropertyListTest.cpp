@@ -1,14 +1,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "app/installer/LaunchdLocations.h"
 #include "app/installer/LaunchdPropertyList.h"
 
 namespace corvane {
 namespace {
 
 TEST(LaunchdPropertyList, RegistersTheHelperToBeStartedOnDemand) {
-    EXPECT_EQ(makePlist(LaunchdLocations{}.helper),
+    EXPECT_EQ(makePlist({}),
               "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
               "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" "
               "\"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n"
@@ -35,7 +34,7 @@ TEST(LaunchdPropertyList, RegistersTheHelperToBeStartedOnDemand) {
 }
 
 TEST(LaunchdPropertyList, KeepsAPathWithMarkupAText) {
-    EXPECT_THAT(makePlist("/R&D <1>/helper"),
+    EXPECT_THAT(makePlist({.helper = "/R&D <1>/helper"}),
                 testing::HasSubstr("<string>/R&amp;D &lt;1&gt;/helper</string>"));
 }
 
