@@ -25,10 +25,14 @@ for file in $unit /usr/share/dbus-1/system-services/de.tavrin.corvane.smchelper.
     [[ -f $stage$file ]] || fail "$file is missing"
 done
 [[ -f $stage/usr/lib/corvane/libcorvane-app.so ]] || fail "the application's module is missing"
-for file in corvane-helper install-helper helper.unit helper.activation helper.policy; do
+for file in corvane-helper install-helper helper.unit helper.activation helper.policy uninstall; do
     [[ -f $stage/usr/libexec/corvane/$file ]] || fail "the application has no $file to install"
 done
-grep --quiet --fixed-strings '>/usr/libexec/corvane/install-helper<' \
-    "$stage/usr/share/polkit-1/actions/de.tavrin.corvane.policy" || fail "polkit's action names another script"
+for script in install-helper uninstall; do
+    grep --quiet --fixed-strings ">/usr/libexec/corvane/$script<" \
+        "$stage/usr/share/polkit-1/actions/de.tavrin.corvane.policy" || fail "polkit's action names another script"
+done
 grep --quiet --fixed-strings --line-regexp "ExecStart=\"$helper\" --daemon" "$stage$unit" ||
     fail "the unit does not start the installed helper"
+[[ ! -e $stage/usr/libexec/corvane/installed-files ]] ||
+    fail "there is a list of files below /usr, which is the package manager's"
