@@ -17,6 +17,7 @@
 #include "app/application/Application.h"
 #include "app/application/MenuBar.h"
 #include "app/popover/QuickPopover.h"
+#include "app/windows/quickViews.h"
 #include "platform/select/selectAppPlatform.h"
 
 namespace corvane {
@@ -29,13 +30,7 @@ using namespace std::chrono_literals;
 class PanelOpening {
 public:
     explicit PanelOpening(AppPlatform& platform)
-        : platform_(platform),
-          application_(platform),
-          menuBar_(platform, application_, [this](const PanelModels& models) {
-              auto made = std::make_unique<QuickPopover>(models);
-              popover_ = made.get();
-              return made;
-          }) {}
+        : platform_(platform), application_(platform), menuBar_(platform, application_, views()) {}
 
     void pass(Duration duration) {
         QEventLoop loop;
@@ -59,6 +54,16 @@ public:
     }
 
 private:
+    Views views() {
+        Views all = quickViews();
+        all.makePopover = [this](const PanelModels& models) {
+            auto made = std::make_unique<QuickPopover>(models);
+            popover_ = made.get();
+            return made;
+        };
+        return all;
+    }
+
     AppPlatform& platform_;
     QuickPopover* popover_ = nullptr;
     Application application_;

@@ -4,6 +4,8 @@
 
 #include <fmt/printf.h>
 
+#include "app/shell/ShellSettings.h"
+
 namespace corvane {
 
 namespace {
@@ -20,6 +22,7 @@ AppDelegate::AppDelegate(AppDelegateServices services)
              [this] { toggleFanBoost(); }, services_.quit}) {}
 
 AppDelegate::~AppDelegate() {
+    services_.onboarding.setOnFinished(nullptr);
     services_.hotkeys.setHandler(nullptr);
     services_.statusItem.setHandlers({});
 }
@@ -30,10 +33,10 @@ void AppDelegate::applicationDidFinishLaunching() {
                                       .chosen = [this](int id) { menu_.choose(id); }});
     followModels();
     updateIconSoon();
-    openAfterANewBuild();
+    introduce();
     services_.manager.updates().check();
     services_.hotkeys.setHandler([this](Hotkeys::Action action) { perform(action); });
-    services_.hotkeys.setEnabled(services_.defaults.get<bool>(hotkeysSetting).value_or(true));
+    services_.hotkeys.setEnabled(services_.defaults.get<bool>(ShellSettings::hotkeys).value_or(true));
 }
 
 /// The fan controller's time advances with each poll, so that a setting shows within a second of its change.
@@ -72,14 +75,17 @@ void AppDelegate::updateIcon() {
 std::string AppDelegate::temperatureTitle() const {
     const FanController& fan = services_.manager.fan();
     const auto celsius = fan.cpuTempSmoothed() ? fan.cpuTempSmoothed() : fan.cpuTemp();
-    const bool isWanted = services_.defaults.get<bool>(showTemperatureSetting).value_or(false);
+    const bool isWanted = services_.defaults.get<bool>(ShellSettings::showTemperature).value_or(false);
     return isWanted && celsius ? fmt::sprintf(" %.0f°", *celsius) : std::string();
 }
 
-void AppDelegate::openAfterANewBuild() {
+/// The introduction comes before the panel, which follows it when it was seen to its end.
+void AppDelegate::introduce() {
+    services_.onboarding.setOnFinished([this] { openPopover(); });
+    const bool isIntroduced = services_.onboarding.showIfFirstLaunch();
     const bool isNew = services_.defaults.get<std::string>(lastBuildSetting) != services_.buildNumber;
     services_.defaults.set(lastBuildSetting, services_.buildNumber);
-    if (isNew) {
+    if (isNew && !isIntroduced) {
         openingTimer_ = services_.mainLoop.after(firstOpeningDelay, [this] { openPopover(); });
     }
 }

@@ -10,6 +10,7 @@
 
 #include "app/application/StatusMenu.h"
 #include "app/menu/StatusHeader.h"
+#include "app/onboarding/OnboardingController.h"
 #include "app/popover/Popover.h"
 #include "app/session/SleepManager.h"
 #include "app/shell/Hotkeys.h"
@@ -27,6 +28,7 @@ struct AppDelegateServices {
     SleepManager& manager;
     const StatusHeader& header;
     StatusItem& statusItem;
+    OnboardingController& onboarding;
     Popover& popover;
     Hotkeys& hotkeys;
     UserDefaults& defaults;
@@ -42,12 +44,10 @@ class AppDelegate final : public QObject {
     Q_OBJECT
 
 public:
-    // The settings: two Booleans, and the build that was last started.
-    static constexpr const char* showTemperatureSetting = "showTempInMenuBar";
-    static constexpr const char* hotkeysSetting = "hotkeysEnabled";
+    /// Text: the build that was last started.
     static constexpr const char* lastBuildSetting = "lastLaunchedBuild";
 
-    /// The panel of a new build opens by itself after this, once.
+    /// The panel of a new build opens by itself after this, once, unless the introduction does it.
     static constexpr Duration firstOpeningDelay = std::chrono::milliseconds(700);
     /// A session that a hot key begins lasts this long.
     static constexpr Duration hotkeySession = std::chrono::hours(24);
@@ -71,7 +71,7 @@ private:
     void updateIconSoon();
     void updateIcon();
     [[nodiscard]] std::string temperatureTitle() const;
-    void openAfterANewBuild();
+    void introduce();
     void toggleKeepAwake();
     void toggleFanBoost();
 

@@ -26,6 +26,7 @@ public:
     [[nodiscard]] const Locale& locale() const { return *locale_; }
     [[nodiscard]] PowerSources& powerSources() { return *powerSources_; }
     [[nodiscard]] Volumes& volumes() { return *volumes_; }
+    [[nodiscard]] UrlOpener& urlOpener() { return *urlOpener_; }
     [[nodiscard]] const Lang& lang() const { return lang_; }
 
 private:

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <memory>
 
 #include "app/application/AppDelegate.h"
@@ -8,22 +7,22 @@
 #include "app/menu/MenuState.h"
 #include "app/menu/StatusHeader.h"
 #include "app/menu/TemperatureBadge.h"
-#include "app/popover/PanelModels.h"
+#include "app/onboarding/OnboardingController.h"
 #include "app/popover/Popover.h"
+#include "app/settings/SettingsController.h"
 #include "app/shell/Hotkeys.h"
+#include "app/shell/WindowPresence.h"
+#include "app/windows/Views.h"
 #include "platform/AppPlatform.h"
 
 namespace corvane {
-
-/// Makes the panel of these models, which outlive it.
-using PopoverFactory = std::function<std::unique_ptr<Popover>(const PanelModels& models)>;
 
 /// All that the user sees of the application, and its hot keys, on a platform's services. Main loop.
 class MenuBar {
 public:
     /// Makes everything, in the order in which the user is to see it. `platform` and `application` outlive
     /// it.
-    MenuBar(AppPlatform& platform, Application& application, const PopoverFactory& makePopover);
+    MenuBar(AppPlatform& platform, Application& application, const Views& views);
 
     /// Brings it to life.
     void start() { delegate_.applicationDidFinishLaunching(); }
@@ -31,7 +30,8 @@ public:
     /// Opens the panel, as another start of the application wishes.
     void openPanel() { delegate_.openPopover(); }
 
-    [[nodiscard]] Popover& popover() { return *popover_; }
+    /// What the panel does.
+    [[nodiscard]] MenuState& menu() { return menu_; }
 
 private:
     // In the order in which the platform makes them.
@@ -40,12 +40,18 @@ private:
     std::unique_ptr<LoginItem> loginItem_;
     std::unique_ptr<InstalledApplications> installedApplications_;
     std::unique_ptr<HotKeyService> hotKeyService_;
+    std::unique_ptr<ActivationPolicy> activationPolicy_;
+    std::unique_ptr<Relauncher> relauncher_;
+    std::unique_ptr<Uninstaller> uninstaller_;
 
     MenuState menu_;
     StatusHeader header_;
     TemperatureBadge temperature_;
     std::unique_ptr<Popover> popover_;
     Hotkeys hotkeys_;
+    WindowPresence presence_;
+    OnboardingController onboarding_;
+    SettingsController settings_;
     AppDelegate delegate_;
 };
 

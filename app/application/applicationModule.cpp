@@ -5,12 +5,11 @@
 #include <QGuiApplication>
 #include <cstdio>
 #include <cstdlib>
-#include <memory>
 #include <string>
 #include <variant>
 
 #include "app/application/runApplication.h"
-#include "app/popover/QuickPopover.h"
+#include "app/windows/quickViews.h"
 #include "platform/ApplicationIdentifier.h"
 #include "platform/linux/HeldSignals.h"
 #include "platform/linux/gui/DesktopDisplay.h"
@@ -49,8 +48,7 @@ int runOnDesktop(int argc, char** argv, const PlatformOptions& options) {
     // Before Qt starts threads, which would take the signals.
     blockTerminationSignals();
     const QGuiApplication application(argc, argv);
-    return runApplication(*selectAppPlatform(options),
-                          [](const PanelModels& models) { return std::make_unique<QuickPopover>(models); });
+    return runApplication(*selectAppPlatform(options), quickViews());
 }
 
 }  // namespace

@@ -8,7 +8,7 @@
 
 namespace corvane {
 
-int runApplication(AppPlatform& platform, const PopoverFactory& makePopover) {
+int runApplication(AppPlatform& platform, const Views& views) {
     MainLoop& mainLoop = platform.mainLoop();
     mainLoop.holdTerminationSignals();
     MenuBar* running = nullptr;
@@ -26,7 +26,7 @@ int runApplication(AppPlatform& platform, const PopoverFactory& makePopover) {
         return EXIT_FAILURE;
     }
     Application application(platform);
-    MenuBar menuBar(platform, application, makePopover);
+    MenuBar menuBar(platform, application, views);
     mainLoop.onTerminationSignal([&mainLoop] { mainLoop.exit(EXIT_SUCCESS); });
     menuBar.start();
     running = &menuBar;

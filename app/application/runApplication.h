@@ -10,6 +10,6 @@ namespace corvane {
 ///
 /// Where this user's application runs already, that one opens its panel and this one ends at once, having
 /// touched nothing; with an error and a failure status if it does not answer.
-int runApplication(AppPlatform& platform, const PopoverFactory& makePopover);
+int runApplication(AppPlatform& platform, const Views& views);
 
 }  // namespace corvane

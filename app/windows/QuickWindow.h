@@ -8,12 +8,10 @@
 #include <functional>
 #include <memory>
 
-#include "app/shell/Lang.h"
 #include "app/ui/AppearanceState.h"
 #include "app/ui/LanguageState.h"
 #include "app/windows/AppWindow.h"
-#include "platform/Appearance.h"
-#include "platform/SerialQueue.h"
+#include "app/windows/WindowServices.h"
 
 namespace corvane {
 
@@ -39,15 +37,8 @@ public:
         Frame frame = Frame::titleBar;
     };
 
-    /// All of it outlives the window.
-    struct Services {
-        SerialQueue& mainLoop;
-        Appearance& appearance;
-        const Lang& lang;
-    };
-
     /// Makes it in the middle of the screen. `closed` as AppWindowFactory has it.
-    QuickWindow(const Services& services, const Content& content, std::function<void()> closed);
+    QuickWindow(const WindowServices& services, const Content& content, std::function<void()> closed);
     ~QuickWindow() override;
 
     void bringToFront() override;

@@ -56,6 +56,7 @@ public:
         return status_.value_or(-1);
     }
     void exit(int status) override { status_ = status_.value_or(status); }
+    [[nodiscard]] bool wasLeft() const { return status_.has_value(); }
 
     /// A termination signal arrives.
     void raise() {

@@ -1,18 +1,12 @@
+#include "tests/app/application/MenuBarTest.h"
+
 #include <chrono>
 #include <functional>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include "app/application/Application.h"
-#include "app/application/MenuBar.h"
-#include "app/shell/BuildInfo.h"
-#include "tests/app/application/RecordingPopover.h"
-#include "tests/app/application/TestAppPlatform.h"
 
 namespace corvane {
 namespace {
@@ -25,59 +19,13 @@ using testing::SizeIs;
 using Kind = SleepManager::Kind;
 using Kinds = SleepManager::Kinds;
 
-/// The whole application on virtual time, after its start with what the test has put in its settings.
-class MenuBarTest : public testing::Test {
-protected:
-    void start() {
-        application.emplace(platform);
-        menuBar.emplace(platform, *application, [this](const PanelModels& models) {
-            language = &models.lang;
-            auto made = std::make_unique<RecordingPopover>();
-            popover = made.get();
-            return made;
-        });
-        menuBar->start();
-        settle();
-    }
-    /// An application that has been started before, so that the panel does not open by itself.
-    void startAgain() {
-        platform.storedAtFirst["lastLaunchedBuild"] = std::string(BuildInfo::buildNumber);
-        start();
-        platform.helper.advance(2s);
-    }
-    void settle() { platform.helper.advance(1ms); }
-
-    SleepManager& manager() { return application->manager(); }
-    SimulatedStatusItem& item() { return *platform.statusItem; }
-    /// The entry with this label; fails the test without one.
-    StatusMenuEntry entry(const std::string& label) {
-        for (const StatusMenuEntry& found : item().menu()) {
-            if (found.label == label) {
-                return found;
-            }
-        }
-        ADD_FAILURE() << "no entry " << label;
-        return {};
-    }
-    void choose(const std::string& label) {
-        item().choose(entry(label).id);
-        settle();
-    }
-
-    TestAppPlatform platform;
-    std::optional<Application> application;
-    std::optional<MenuBar> menuBar;
-    RecordingPopover* popover = nullptr;
-    const Lang* language = nullptr;
-};
-
 TEST_F(MenuBarTest, OpensThePanelByItselfOnceAfterANewBuild) {
     start();
     platform.helper.advance(698ms);
-    EXPECT_FALSE(popover->isShown());
+    EXPECT_FALSE(shown.popover->isShown());
     platform.helper.advance(2ms);
-    EXPECT_TRUE(popover->isShown());
-    EXPECT_THAT(popover->openings, ElementsAre(std::nullopt)) << "nobody has clicked anywhere";
+    EXPECT_TRUE(shown.popover->isShown());
+    EXPECT_THAT(shown.popover->openings, ElementsAre(std::nullopt)) << "nobody has clicked anywhere";
     EXPECT_EQ(platform.defaults->get<std::string>("lastLaunchedBuild"), BuildInfo::buildNumber);
 }
 
@@ -85,20 +33,20 @@ TEST_F(MenuBarTest, OpensThePanelByItselfAfterAnotherBuildThanTheLast) {
     platform.storedAtFirst = {{"lastLaunchedBuild", std::string("0")}};
     start();
     platform.helper.advance(1s);
-    EXPECT_TRUE(popover->isShown());
+    EXPECT_TRUE(shown.popover->isShown());
 }
 
 TEST_F(MenuBarTest, LeavesThePanelClosedWhenThisBuildWasStartedBefore) {
     startAgain();
     platform.helper.advance(10s);
-    EXPECT_THAT(popover->openings, IsEmpty());
+    EXPECT_THAT(shown.popover->openings, IsEmpty());
 }
 
 TEST_F(MenuBarTest, TakesAStoredBuildThatIsNoTextForNone) {
     platform.storedAtFirst = {{"lastLaunchedBuild", true}};
     start();
     platform.helper.advance(1s);
-    EXPECT_TRUE(popover->isShown());
+    EXPECT_TRUE(shown.popover->isShown());
     EXPECT_EQ(platform.defaults->get<std::string>("lastLaunchedBuild"), BuildInfo::buildNumber);
 }
 
@@ -110,18 +58,18 @@ TEST_F(MenuBarTest, AsksForUpdatesJustWhenItWasBuiltWithAFeed) {
 TEST_F(MenuBarTest, OpensThePanelWhereItIsClickedAndClosesItWithTheNextClick) {
     startAgain();
     item().click({ScreenPoint{1200, 12}});
-    EXPECT_THAT(popover->openings, ElementsAre(QPoint(1200, 12)));
+    EXPECT_THAT(shown.popover->openings, ElementsAre(QPoint(1200, 12)));
     item().click({ScreenPoint{1200, 12}});
-    EXPECT_FALSE(popover->isShown());
+    EXPECT_FALSE(shown.popover->isShown());
     item().click();
-    EXPECT_THAT(popover->openings, ElementsAre(QPoint(1200, 12), std::nullopt));
+    EXPECT_THAT(shown.popover->openings, ElementsAre(QPoint(1200, 12), std::nullopt));
 }
 
 TEST_F(MenuBarTest, DoesNotReopenThePanelWithTheClickThatClosedIt) {
     startAgain();
-    popover->isClickUsedUp = true;
+    shown.popover->isClickUsedUp = true;
     item().click({ScreenPoint{1200, 12}});
-    EXPECT_THAT(popover->openings, IsEmpty());
+    EXPECT_THAT(shown.popover->openings, IsEmpty());
 }
 
 TEST_F(MenuBarTest, ShowsTheGaugeInTheMiddleUntilSomethingIsActive) {
@@ -243,7 +191,7 @@ TEST_F(MenuBarTest, OffersTheEverydayActionsInItsMenu) {
                 ElementsAre("Open Corvane", "", "Stay awake", "Fans", "Stop everything", "", "Quit Corvane"));
 
     choose("Open Corvane");
-    EXPECT_TRUE(popover->isShown());
+    EXPECT_TRUE(shown.popover->isShown());
 
     choose("Stay awake");
     EXPECT_EQ(manager().activeKinds(), (Kinds{Kind::system, Kind::display}));

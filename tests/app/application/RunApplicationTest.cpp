@@ -3,7 +3,7 @@
 
 #include "app/application/runApplication.h"
 #include "app/shell/BuildInfo.h"
-#include "tests/app/application/RecordingPopover.h"
+#include "tests/app/application/RecordingViews.h"
 #include "tests/app/application/TestAppPlatform.h"
 
 namespace corvane {
@@ -12,20 +12,10 @@ namespace {
 using testing::Contains;
 using testing::ElementsAre;
 
-PopoverFactory recordingPopover(RecordingPopover** made = nullptr) {
-    return [made](const PanelModels& /*models*/) {
-        auto popover = std::make_unique<RecordingPopover>();
-        if (made != nullptr) {
-            *made = popover.get();
-        }
-        return popover;
-    };
-}
-
 TEST(RunApplication, HoldsTerminationSignalsBeforeItDoesAnythingElse) {
     TestAppPlatform platform;
     platform.loop.raiseAfter(3s);
-    EXPECT_EQ(runApplication(platform, recordingPopover()), 0);
+    EXPECT_EQ(runApplication(platform, RecordingViews().views()), 0);
     EXPECT_THAT(platform.events.events, ElementsAre("[signals held]", "Corvane: the fan helper is installed",
                                                     "[signals handled]", "[main loop]", "[helper]"));
 }
@@ -36,7 +26,7 @@ TEST(RunApplication, EndsAtASignalWithoutAWordToTheHelperWhichThenReleasesByItse
         platform.helper.service->setFanFloorWithPercentWithReply(80, [](bool, const std::string&) {});
     });
     platform.loop.raiseAfter(4s);
-    EXPECT_EQ(runApplication(platform, recordingPopover()), 0);
+    EXPECT_EQ(runApplication(platform, RecordingViews().views()), 0);
     EXPECT_TRUE(platform.helper.mac.isAnyFanForced());
     platform.helper.advance(12s);
     EXPECT_FALSE(platform.helper.mac.isAnyFanForced());
@@ -51,7 +41,7 @@ TEST(RunApplication, ReleasesWhatAnEarlierRunLeftBehind) {
     ASSERT_TRUE(platform.helper.mac.isAnyFanForced());
 
     platform.loop.raiseAfter(3s);
-    runApplication(platform, recordingPopover());
+    runApplication(platform, RecordingViews().views());
     EXPECT_FALSE(platform.helper.mac.isAnyFanForced());
     EXPECT_FALSE(platform.helper.sleepSetting.isSleepDisabled());
 }
@@ -60,22 +50,22 @@ TEST(RunApplication, SaysWhenThereIsNoHelper) {
     TestAppPlatform platform;
     platform.isHelperInstalled = false;
     platform.loop.raiseAfter(1s);
-    EXPECT_EQ(runApplication(platform, recordingPopover()), 0);
+    EXPECT_EQ(runApplication(platform, RecordingViews().views()), 0);
     EXPECT_THAT(platform.events.events, Contains("Corvane: the fan helper is not installed"));
 }
 
 TEST(RunApplication, OpensItsPanelWhenItIsStartedAgain) {
     TestAppPlatform platform;
     platform.storedAtFirst = {{"lastLaunchedBuild", std::string(BuildInfo::buildNumber)}};
-    RecordingPopover* popover = nullptr;
+    RecordingViews recorded;
     bool wasShown = false;
     platform.loop.scripted(2s, [&] {
-        ASSERT_FALSE(popover->isShown());
+        ASSERT_FALSE(recorded.popover->isShown());
         platform.singleInstance->startAgain();
-        wasShown = popover->isShown();
+        wasShown = recorded.popover->isShown();
     });
     platform.loop.raiseAfter(3s);
-    EXPECT_EQ(runApplication(platform, recordingPopover(&popover)), 0);
+    EXPECT_EQ(runApplication(platform, recorded.views()), 0);
     EXPECT_TRUE(wasShown);
 }
 
@@ -85,7 +75,7 @@ TEST(RunApplication, LeavesEverythingToTheOneThatRunsAlready) {
     platform.helper.start();
     platform.helper.setFloor(70);
     platform.helper.advance(1s);
-    EXPECT_EQ(runApplication(platform, recordingPopover()), 0);
+    EXPECT_EQ(runApplication(platform, RecordingViews().views()), 0);
     EXPECT_TRUE(platform.helper.mac.isAnyFanForced()) << "the floor is the other one's";
     EXPECT_EQ(platform.statusItem, nullptr);
     EXPECT_THAT(platform.events.events, ElementsAre("[signals held]"));
@@ -94,7 +84,7 @@ TEST(RunApplication, LeavesEverythingToTheOneThatRunsAlready) {
 TEST(RunApplication, FailsWhereTheOneThatRunsDoesNotAnswer) {
     TestAppPlatform platform;
     platform.startAs = {.role = StartRole::unanswered, .error = "the other one is stuck"};
-    EXPECT_EQ(runApplication(platform, recordingPopover()), 1);
+    EXPECT_EQ(runApplication(platform, RecordingViews().views()), 1);
     EXPECT_THAT(platform.events.events, ElementsAre("[signals held]", "Corvane: the other one is stuck"));
 }
 
