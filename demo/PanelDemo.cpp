@@ -8,6 +8,10 @@
 
 #include <fmt/format.h>
 
+#include "app/onboarding/onboardingPages.h"
+#include "app/windows/makeOnboardingWindow.h"
+#include "app/windows/quickViews.h"
+
 namespace corvane {
 
 namespace {
@@ -36,7 +40,19 @@ PanelDemo::PanelDemo(AppPlatform& platform, DemoPlaces places)
     : platform_(platform),
       places_(std::move(places)),
       application_(platform),
-      menuBar_(platform, application_, [this](const PanelModels& models) { return makePopover(models); }) {}
+      menuBar_(platform, application_, views()) {}
+
+Views PanelDemo::views() {
+    Views all = quickViews();
+    all.makePopover = [this](const PanelModels& models) { return makePopover(models); };
+    all.makeOnboardingWindow = [this](SerialQueue& mainLoop, const Lang& lang, OnboardingState& state,
+                                      std::function<void()> closed) {
+        auto made = makeOnboardingWindow(mainLoop, lang, state, std::move(closed));
+        introduction_ = made.get();
+        return made;
+    };
+    return all;
+}
 
 /// The panel in an appearance of the demonstration's choice.
 std::unique_ptr<Popover> PanelDemo::makePopover(const PanelModels& models) {
@@ -55,7 +71,9 @@ std::unique_ptr<Popover> PanelDemo::makePopover(const PanelModels& models) {
 
 bool PanelDemo::run() {
     menuBar_.start();
-    announce("The application starts and opens its panel");
+    announce("The application starts for the first time and introduces itself");
+    readIntroduction();
+    announce("The introduction opens the panel");
     watch(idleSeconds);
 
     announce(fmt::format("The Mac gets to work: {} W", loadWatts));
@@ -82,12 +100,20 @@ bool PanelDemo::run() {
     return isReleased;
 }
 
-PanelHand PanelDemo::hand() {
+void PanelDemo::readIntroduction() {
+    pass(1s);
+    for (int page = 0; page < onboardingPageCount; ++page) {
+        WindowHand(introduction_->view()).click("next");
+        pass(700ms);
+    }
+}
+
+WindowHand PanelDemo::hand() {
     if (!popover_->isShown()) {
         menuBar_.openPanel();
         pass(500ms);
     }
-    return PanelHand(*popover_->window());
+    return WindowHand(*popover_->window());
 }
 
 void PanelDemo::holdFloor() {
@@ -114,7 +140,7 @@ void PanelDemo::takePicture(const std::string& name, const std::string& language
     popover_->close();
     application_.defaults().set(Lang::setting, language);
     appearance_.setDark(isDark);
-    PanelHand now = hand();
+    WindowHand now = hand();
     pass(1s);
     now.takePicture(fmt::format("{}/{}", places_.pictures, name));
 }

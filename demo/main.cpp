@@ -1,5 +1,5 @@
 // corvane-demo PICTURES: shows Corvane at work on the simulated Mac that the environment names, whose helper
-// serves already, and leaves pictures of the panel in that folder.
+// serves already, and leaves pictures of its panel in that folder.
 
 #include <QGuiApplication>
 #include <cstdio>

@@ -7,11 +7,11 @@
 
 namespace corvane {
 
-/// Uses the panel as a person would: by pressing what is on it. Main loop.
-class PanelHand {
+/// Uses a window as a person would: by pressing what is on it. Main loop.
+class WindowHand {
 public:
     /// The window outlives the hand.
-    explicit PanelHand(QQuickWindow& window) : window_(window) {}
+    explicit WindowHand(QQuickWindow& window) : window_(window) {}
 
     /// Clicks into the middle of what has these object names, one within the other, "fanSection/switch".
     /// Throws std::runtime_error when there is nothing of that name to be seen.
@@ -25,7 +25,7 @@ public:
 
     [[nodiscard]] bool sees(std::string_view path) const { return find(path) != nullptr; }
 
-    /// Writes what the panel shows to a PNG file. Throws std::runtime_error when that fails.
+    /// Writes what the window shows to a PNG file. Throws std::runtime_error when that fails.
     void takePicture(const std::string& file);
 
 private:

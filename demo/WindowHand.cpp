@@ -1,4 +1,4 @@
-#include "demo/PanelHand.h"
+#include "demo/WindowHand.h"
 
 #include <QImage>
 #include <QTest>
@@ -40,7 +40,7 @@ QQuickItem* scrollerOf(QQuickItem& item) {
 
 }  // namespace
 
-QQuickItem* PanelHand::find(std::string_view path) const {
+QQuickItem* WindowHand::find(std::string_view path) const {
     QQuickItem* item = window_.contentItem();
     for (const QString& name : QString::fromUtf8(path).split('/')) {
         item = item == nullptr ? nullptr : findBelow(item, name);
@@ -48,15 +48,15 @@ QQuickItem* PanelHand::find(std::string_view path) const {
     return item;
 }
 
-QQuickItem& PanelHand::get(std::string_view path) const {
+QQuickItem& WindowHand::get(std::string_view path) const {
     QQuickItem* const item = find(path);
     if (item == nullptr) {
-        throw std::runtime_error(fmt::format("the panel shows no {}", path));
+        throw std::runtime_error(fmt::format("the window shows no {}", path));
     }
     return *item;
 }
 
-void PanelHand::reveal(std::string_view path) {
+void WindowHand::reveal(std::string_view path) {
     QQuickItem& item = get(path);
     QQuickItem* const scroller = scrollerOf(item);
     if (scroller == nullptr) {
@@ -68,12 +68,12 @@ void PanelHand::reveal(std::string_view path) {
     scroller->setProperty("contentY", wanted);
 }
 
-void PanelHand::click(std::string_view path) {
+void WindowHand::click(std::string_view path) {
     reveal(path);
     QTest::mouseClick(&window_, Qt::LeftButton, Qt::NoModifier, middleOf(get(path)));
 }
 
-void PanelHand::drag(std::string_view path, double part) {
+void WindowHand::drag(std::string_view path, double part) {
     reveal(path);
     QQuickItem& slider = get(path);
     auto* const handle = slider.property("handle").value<QQuickItem*>();
@@ -87,7 +87,7 @@ void PanelHand::drag(std::string_view path, double part) {
     QTest::mouseRelease(&window_, Qt::LeftButton, Qt::NoModifier, target);
 }
 
-void PanelHand::takePicture(const std::string& file) {
+void WindowHand::takePicture(const std::string& file) {
     if (!window_.grabWindow().save(QString::fromStdString(file))) {
         throw std::runtime_error(fmt::format("cannot write {}", file));
     }
