@@ -3,18 +3,24 @@ import QtQuick.Layouts
 import QtQuick.Templates as T
 import Corvane
 
-// A question over the whole panel, which waits for the answer. Bind `visible`; Enter accepts, Escape rejects, and the
-// box stays until `visible` says otherwise.
+// A question over the whole view, which waits for the answer. Bind `visible`; Enter accepts, Escape rejects, and the
+// box stays until `visible` says otherwise. A long text scrolls, with the arrow keys too.
 T.Dialog {
     id: box
 
     required property string text
     required property string acceptText
-    required property string rejectText
+    // "" where there is nothing to decide.
+    property string rejectText
+    // Of something bad, in red before the title; "" for none.
+    property string symbol
+
+    readonly property int scrollStep: 48
 
     anchors.centerIn: T.Overlay.overlay
     closePolicy: T.Dialog.NoAutoClose
     focus: true
+    height: Math.min(implicitHeight, (parent ? parent.height : implicitHeight) - 2 * Theme.spaceLarge)
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
     modal: true
     padding: Theme.spaceLarge
@@ -55,18 +61,43 @@ T.Dialog {
         Accessible.name: box.title
         Accessible.description: box.text
 
+        Keys.onDownPressed: area.scrollBy(box.scrollStep)
         Keys.onEscapePressed: box.rejected()
+        Keys.onUpPressed: area.scrollBy(-box.scrollStep)
 
-        BodyText {
-            font.pixelSize: Theme.titleSize
-            font.weight: Font.DemiBold
-            text: box.title
+        RowLayout {
+            spacing: Theme.spaceSmall
+
+            Symbol {
+                Layout.alignment: Qt.AlignTop
+                Layout.topMargin: 1
+                color: Theme.roleTextColor("red")
+                name: box.symbol
+                visible: name !== ""
+            }
+
+            BodyText {
+                font.pixelSize: Theme.titleSize
+                font.weight: Font.DemiBold
+                text: box.title
+            }
         }
 
-        BodyText {
-            color: Theme.secondaryText
-            font.pixelSize: Theme.bodySize - 1
-            text: box.text
+        ScrollArea {
+            id: area
+
+            Layout.fillHeight: true
+            Layout.fillWidth: true
+            Layout.preferredHeight: implicitHeight
+            objectName: "alertArea"
+
+            BodyText {
+                color: Theme.secondaryText
+                font.pixelSize: Theme.bodySize - 1
+                objectName: "alertText"
+                text: box.text
+                width: parent.width
+            }
         }
 
         PanelButton {
@@ -88,6 +119,7 @@ T.Dialog {
             kind: "tinted"
             objectName: "alertReject"
             text: box.rejectText
+            visible: text !== ""
 
             Keys.onEnterPressed: box.rejected()
             Keys.onReturnPressed: box.rejected()

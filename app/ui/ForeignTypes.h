@@ -15,6 +15,7 @@
 #include "app/menu/StatusHeader.h"
 #include "app/menu/TemperatureBadge.h"
 #include "app/session/SleepManager.h"
+#include "app/settings/SettingsState.h"
 #include "app/shell/UpdateChecker.h"
 
 // What the views know of the models, which know nothing of views. None can be made by a view.
@@ -67,6 +68,13 @@ struct MenuStateInQml {
     Q_GADGET
     QML_FOREIGN(corvane::MenuState)
     QML_NAMED_ELEMENT(MenuState)
+    QML_UNCREATABLE("The application makes its models")
+};
+
+struct SettingsStateInQml {
+    Q_GADGET
+    QML_FOREIGN(corvane::SettingsState)
+    QML_NAMED_ELEMENT(SettingsState)
     QML_UNCREATABLE("The application makes its models")
 };
 

@@ -18,6 +18,10 @@ Flickable {
             contentY = Math.min(contentHeight - height, bottom + Theme.spaceSmall - height);
     }
 
+    function scrollBy(pixels: real) {
+        contentY = Math.max(0, Math.min(contentHeight - height, contentY + pixels));
+    }
+
     function isInside(item: Item): bool {
         for (let above = item; above; above = above.parent) {
             if (above === holder)

@@ -35,6 +35,7 @@ const std::vector<std::string> names = {
     "circle",
     "desktopcomputer",
     "display",
+    "envelope",
     "exclamationmark.triangle.fill",
     "externaldrive.badge.xmark",
     "externaldrive.fill",
@@ -53,6 +54,7 @@ const std::vector<std::string> names = {
     "speedometer",
     "stop.circle",
     "thermometer.medium",
+    "trash",
     "xmark",
 };
 

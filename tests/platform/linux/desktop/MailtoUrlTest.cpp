@@ -62,7 +62,7 @@ TEST(MailtoUrl, IsNotEndless) {
     const std::string start = "mailto:help@example.org?subject=";
     EXPECT_TRUE(isMailtoUrl(start + std::string(2048 - start.size(), 'a')));
     EXPECT_FALSE(isMailtoUrl(start + std::string(2049 - start.size(), 'a')));
-    EXPECT_FALSE(isMailtoUrl(start + std::string(10'000'000, 'a')));
+    EXPECT_FALSE(isMailtoUrl(start + std::string(1'000'000, 'a')));
 }
 
 }  // namespace
