@@ -17,26 +17,13 @@
 #include "platform/linux/HeldSignals.h"
 #include "platform/linux/desktop/PkexecInstaller.h"
 #include "platform/posix/PosixFileSystem.h"
+#include "tests/system/printResult.h"
 
 namespace corvane {
 namespace {
 
 void printState(const char* when, const PkexecInstaller& installer) {
     fmt::print("{}: installed={} update={}\n", when, installer.isInstalled(), installer.needsUpdate());
-}
-
-void printResult(const InstallResult& result) {
-    switch (result.outcome) {
-        case InstallResult::Outcome::success:
-            fmt::print("success\n");
-            break;
-        case InstallResult::Outcome::cancelled:
-            fmt::print("cancelled\n");
-            break;
-        case InstallResult::Outcome::failure:
-            fmt::print("failure: {}\n", result.message);
-            break;
-    }
 }
 
 int run(int argumentCount, char** arguments) {

@@ -6,17 +6,12 @@
 # two programs that CORVANE_AGENT and CORVANE_INSTALLATION name.
 
 . "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
+. "$tests/operator.sh"
 
 folder="/opt/corvane's \"own\" place/libexec/corvane"
 action=/usr/share/polkit-1/actions/de.tavrin.corvane.policy
-password="open sesame"
 
 program=/usr/local/libexec/corvane/corvane-helper
-
-if ! inside test -x /usr/bin/pkexec -a -x /usr/lib/polkit-1/polkitd; then
-    echo "SKIPPED: polkit or pkexec is not installed" >&2
-    exit 77
-fi
 
 move_product_to_prefix() {
     inside mkdir --parents "${folder%/*}"
@@ -26,17 +21,6 @@ move_product_to_prefix() {
         "/usr/share/dbus-1/system.d/$name.conf"
     inside systemctl daemon-reload
     inside systemctl reload dbus.service
-}
-
-make_operator() {
-    inside useradd --create-home --groups sudo --shell /bin/sh operator-with-sudo
-    echo "operator-with-sudo:$password" | inside chpasswd
-    install -m 755 "$CORVANE_AGENT" "$BOX_ROOT/usr/local/bin/scripted-agent"
-    install -m 755 "$CORVANE_INSTALLATION" "$BOX_ROOT/usr/local/bin/installation-driver"
-}
-
-as_operator() {
-    inside setpriv --reuid operator-with-sudo --regid operator-with-sudo --init-groups "$@"
 }
 
 # install_answering ANSWER [VARIABLE=VALUE...]: the installer at work, and the operator at its prompt.
@@ -79,4 +63,4 @@ is_live() {
 }
 
 move_product_to_prefix
-make_operator
+make_operator "$CORVANE_INSTALLATION"

@@ -83,6 +83,27 @@ fan_is_in() {
     [[ $(fan_mode "$1") == "$2" ]]
 }
 
+# --- its disk --------------------------------------------------------------------------------------------------
+
+# What the box has on its disk that this machine has not, and what it lacks: names alone. dpkg's own books and the
+# caches that its triggers write for all packages are exempt; so is what the journal and systemd write.
+changes_on_disk() {
+    local kind file
+    while read -r kind file; do
+        [[ $kind == d && -d /$file ]] || echo "/$file ($kind)"
+    done < <(inside find /run/changes -mindepth 1 \( -path '*/var/lib/dpkg' -o -path '*/var/log/dpkg.log' \
+        -o -path '*/var/cache/man' -o -path '*/var/log/journal' -o -path '*/var/lib/systemd' \
+        -o -path '*/var/tmp/systemd-private-*' \
+        -o -name mimeinfo.cache -o -name icon-theme.cache \) -prune -o -printf '%y %P\n') | sort
+    inside find /run/corvane "/run/systemd/system/$unit.d" 2>/dev/null || true
+}
+
+# expect_same_disk WHAT CHANGES: they are the same as before.
+expect_same_disk() {
+    local difference
+    difference=$(diff <(echo "$2") <(changes_on_disk)) || fail "$1 left the system changed: $difference"
+}
+
 # --- expectations ---------------------------------------------------------------------------------------------
 
 fail() {

@@ -42,24 +42,6 @@ make_later_package() {
     pack_package
 }
 
-# What the box has on its disk that this machine has not, and what it lacks: names alone. dpkg's own books and the
-# caches that its triggers write for all packages are exempt; so is what the journal and systemd write.
-changes_on_disk() {
-    local kind file
-    while read -r kind file; do
-        [[ $kind == d && -d /$file ]] || echo "/$file ($kind)"
-    done < <(inside find /run/changes -mindepth 1 \( -path '*/var/lib/dpkg' -o -path '*/var/log/dpkg.log' \
-        -o -path '*/var/cache/man' -o -path '*/var/log/journal' -o -path '*/var/lib/systemd' \
-        -o -name mimeinfo.cache -o -name icon-theme.cache \) -prune -o -printf '%y %P\n') | sort
-    inside find /run/corvane "/run/systemd/system/${unit:?source lib.sh first}.d" 2>/dev/null || true
-}
-
-# expect_same_disk WHAT CHANGES
-expect_same_disk() {
-    local difference
-    difference=$(diff <(echo "$2") <(changes_on_disk)) || fail "$1 left the system changed: $difference"
-}
-
 # The running helper executes just the bytes of the installed program.
 is_live() {
     inside cmp --silent "/proc/$(helper_pid)/exe" "$program"

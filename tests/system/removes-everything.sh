@@ -1,0 +1,43 @@
+#!/bin/bash
+# An application below a prefix of its own, whose helper drives a fan, is removed behind one prompt: the fan is handed
+# back, and of files, services and settings only that is left which was there before.
+. "$(dirname "$0")/removal.sh"
+
+plug_in_board hwmon0 nct6798 5
+plug_in_processor hwmon1
+inside mkdir --parents "$home/.config/autostart" "$home/.cache"
+inside chown --recursive operator-with-sudo: "$home"
+disk=$(changes_on_disk)
+
+install_application
+install_helper
+call setFanFloorWithPercentWithReply d 60 >/dev/null
+wait_until 2 "the fan is driven" fan_is_in hwmon0 1
+# What else the application and its helper have left by then.
+as_operator env HOME="$home" removal-driver leave-traces
+inside touch /var/log/corvane-smchelper.log "$program.4711"
+inside test -s /run/corvane/fans || fail "the helper has no journal"
+inside test -f "$home/.config/de.tavrin.corvane/settings.json" || fail "there are no settings"
+inside test -f "$home/.config/autostart/de.tavrin.corvane.desktop" || fail "there is no login item"
+
+expect_equal "what the uninstaller says" "$(remove_answering "password=$password")" "prompt: de.tavrin.corvane.uninstall: \
+Corvane will remove its background helper and itself completely.
+success"
+fan_is_in hwmon0 5 || fail "the fan was not handed back"
+expect_equal "the fan's duty" "$(fan_duty hwmon0)" 77
+expect_in_log "Corvane daemon: released to Apple-auto (verified, attempt 1)"
+expect_no_helper "after the removal"
+inside rm "$actions/de.tavrin.corvane.policy"
+expect_same_disk "the removal" "$disk"
+
+# The same again, with a helper that hangs while it holds the fan.
+install_application
+install_helper
+call setFanFloorWithPercentWithReply d 60 >/dev/null
+wait_until 2 "the fan is driven" fan_is_in hwmon0 1
+inside kill -STOP "$(helper_pid)"
+expect_equal "what the uninstaller says with a helper that hangs" "$(remove_corvane)" success
+fan_is_in hwmon0 5 || fail "the fan of a hung helper was not handed back"
+expect_no_helper "after the removal of a hung helper"
+inside rm "$actions/de.tavrin.corvane.policy"
+expect_same_disk "the removal of a hung helper" "$disk"
