@@ -14,6 +14,8 @@
 #include "app/menu/MenuState.h"
 #include "app/menu/StatusHeader.h"
 #include "app/menu/TemperatureBadge.h"
+#include "app/onboarding/OnboardingPage.h"
+#include "app/onboarding/OnboardingState.h"
 #include "app/session/SleepManager.h"
 #include "app/settings/SettingsState.h"
 #include "app/shell/UpdateChecker.h"
@@ -92,6 +94,13 @@ struct TemperatureBadgeInQml {
     QML_UNCREATABLE("The application makes its models")
 };
 
+struct OnboardingStateInQml {
+    Q_GADGET
+    QML_FOREIGN(corvane::OnboardingState)
+    QML_NAMED_ELEMENT(OnboardingState)
+    QML_UNCREATABLE("The application makes its models")
+};
+
 struct DriveItemInQml {
     Q_GADGET
     QML_FOREIGN(corvane::DriveItem)
@@ -155,6 +164,19 @@ struct DurationChoiceListInQml {
     QML_FOREIGN(QList<corvane::DurationChoice>)
     QML_ANONYMOUS
     QML_SEQUENTIAL_CONTAINER(corvane::DurationChoice)
+};
+
+struct OnboardingPageInQml {
+    Q_GADGET
+    QML_FOREIGN(corvane::OnboardingPage)
+    QML_VALUE_TYPE(onboardingPage)
+};
+
+struct OnboardingPageListInQml {
+    Q_GADGET
+    QML_FOREIGN(QList<corvane::OnboardingPage>)
+    QML_ANONYMOUS
+    QML_SEQUENTIAL_CONTAINER(corvane::OnboardingPage)
 };
 
 }  // namespace corvane

@@ -52,6 +52,10 @@ QtObject {
     // The colour that a role stands for, in dots, lines and tints.
     function roleColor(role: string): color {
         switch (role) {
+        case "blue":
+            return "#2f7df6";
+        case "cyan":
+            return "#12a6cc";
         case "green":
             return "#34b45a";
         case "lime":
@@ -72,6 +76,8 @@ QtObject {
     // The same as a colour of letters, which have to be read.
     function roleTextColor(role: string): color {
         switch (role) {
+        case "blue":
+            return isDark ? "#7db4ff" : "#1c5bb8";
         case "green":
             return isDark ? "#6fd98e" : "#1d7438";
         case "lime":

@@ -1,25 +1,11 @@
 #include <QColor>
 #include <QQmlExpression>
-#include <cmath>
 
 #include "tests/app/ui/ControlTest.h"
+#include "tests/app/ui/contrast.h"
 
 namespace corvane {
 namespace {
-
-double linear(double channel) {
-    return channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
-}
-
-double luminance(const QColor& color) {
-    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
-}
-
-/// As people see it, 1...21.
-double contrast(const QColor& one, const QColor& other) {
-    const auto [dark, light] = std::minmax({luminance(one), luminance(other)});
-    return (light + 0.05) / (dark + 0.05);
-}
 
 /// `tint` at `opacity` over `surface`.
 QColor mixed(const QColor& tint, double opacity, const QColor& surface) {
@@ -48,7 +34,8 @@ protected:
 
 constexpr double readable = 4.5;
 const std::vector<std::string> surfaces = {"background", "card", "raised"};
-const std::vector<std::string> roles = {"", "green", "lime", "yellow", "orange", "ember", "red"};
+const std::vector<std::string> roles = {"",       "blue",   "cyan",  "green", "lime",
+                                        "yellow", "orange", "ember", "red"};
 
 TEST_P(ThemeTest, HasTextsThatCanBeReadOnEverySurface) {
     for (const std::string& surface : surfaces) {

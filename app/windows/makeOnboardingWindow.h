@@ -1,0 +1,19 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include "app/onboarding/OnboardingState.h"
+#include "app/shell/Lang.h"
+#include "app/windows/QuickWindow.h"
+#include "platform/SerialQueue.h"
+
+namespace corvane {
+
+/// The window of the introduction, dark whatever the desktop prefers. All references outlive it; `closed` as
+/// AppWindowFactory has it.
+[[nodiscard]] std::unique_ptr<QuickWindow> makeOnboardingWindow(SerialQueue& mainLoop, const Lang& lang,
+                                                                OnboardingState& introduction,
+                                                                std::function<void()> closed);
+
+}  // namespace corvane
