@@ -12,7 +12,6 @@
 prefix="/opt/corvane's \"own\" place"
 folder="$prefix/libexec/corvane"
 actions=/usr/share/polkit-1/actions
-program=/usr/local/libexec/corvane/corvane-helper
 activation=/usr/local/share/dbus-1/system-services/$unit
 installed_unit=/etc/systemd/system/$unit
 policy=/etc/dbus-1/system.d/$name.conf
@@ -51,7 +50,7 @@ run_script() {
 # expect_no_helper WHEN
 expect_no_helper() {
     local file
-    for file in "$program" "$activation" "$installed_unit" "$policy" /run/corvane /var/log/corvane-smchelper.log; do
+    for file in /usr/local/libexec/corvane "$activation" "$installed_unit" "$policy" /run/corvane /var/log/corvane-smchelper.log; do
         ! inside test -e "$file" || fail "$1: $file is still there"
     done
     expect_equal "$1: what the service manager knows" "$(inside systemctl show --property LoadState --value "$unit")" \

@@ -15,7 +15,7 @@ call setFanFloorWithPercentWithReply d 60 >/dev/null
 wait_until 2 "the fan is driven" fan_is_in hwmon0 1
 # What else the application and its helper have left by then.
 as_operator env HOME="$home" removal-driver leave-traces
-inside touch /var/log/corvane-smchelper.log "$program.4711"
+inside touch /var/log/corvane-smchelper.log /usr/local/libexec/corvane/corvane-helper.4711
 inside test -s /run/corvane/fans || fail "the helper has no journal"
 inside test -f "$home/.config/de.tavrin.corvane/settings.json" || fail "there are no settings"
 inside test -f "$home/.config/autostart/de.tavrin.corvane.desktop" || fail "there is no login item"

@@ -13,7 +13,7 @@ expect_equal "the removal without a helper" "$(remove_corvane)" success
 forget_prompt
 expect_same_disk "the removal without a helper" "$disk"
 
-for missing in "$program" "$activation" "$installed_unit" "$policy"; do
+for missing in /usr/local/libexec/corvane/corvane-helper "$activation" "$installed_unit" "$policy"; do
     install_application
     install_helper
     inside rm "$missing"
