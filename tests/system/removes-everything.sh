@@ -30,14 +30,24 @@ expect_no_helper "after the removal"
 inside rm "$actions/de.tavrin.corvane.policy"
 expect_same_disk "the removal" "$disk"
 
-# The same again, with a helper that hangs while it holds the fan.
+# The same again, with a helper that died while it held the fan, and that nobody has started since.
 install_application
 install_helper
+inside mkdir --parents "/run/systemd/system/$unit.d"
+printf '[Service]\nRestart=no\n' >"$BOX_ROOT/run/systemd/system/$unit.d/stays-dead.conf"
+inside systemctl daemon-reload
+kill "$caller"
+wait "$caller" 2>/dev/null || true
+trap explain_failure EXIT
 call setFanFloorWithPercentWithReply d 60 >/dev/null
 wait_until 2 "the fan is driven" fan_is_in hwmon0 1
-inside kill -STOP "$(helper_pid)"
-expect_equal "what the uninstaller says with a helper that hangs" "$(remove_corvane)" success
-fan_is_in hwmon0 5 || fail "the fan of a hung helper was not handed back"
-expect_no_helper "after the removal of a hung helper"
+inside kill -KILL "$(helper_pid)"
+wait_until 5 "the helper is dead" helper_is failed
+fan_is_in hwmon0 1 || fail "somebody has handed the fan back"
+expect_equal "what the uninstaller says with a dead helper" "$(remove_corvane)" success
+fan_is_in hwmon0 5 || fail "the fan of a dead helper was not handed back"
+inside rm --recursive "/run/systemd/system/$unit.d"
+inside systemctl daemon-reload
+expect_no_helper "after the removal of a dead helper"
 inside rm "$actions/de.tavrin.corvane.policy"
-expect_same_disk "the removal of a hung helper" "$disk"
+expect_same_disk "the removal of a dead helper" "$disk"
