@@ -54,6 +54,7 @@ SettingsCard {
 
     RowLayout {
         spacing: Theme.space
+        width: parent.width
 
         BodyText {
             objectName: "languageText"

@@ -36,5 +36,6 @@ SettingsCard {
     CaptionText {
         objectName: "uninstallHint"
         text: Lang.isGerman ? "Entfernt Hintergrunddienst, App und Einstellungen vollständig." : "Completely removes the background helper, the app and its settings."
+        width: parent.width
     }
 }

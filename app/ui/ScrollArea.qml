@@ -42,7 +42,7 @@ Flickable {
     contentHeight: holder.height
     contentWidth: width
     flickableDirection: Flickable.VerticalFlick
-    implicitHeight: holder.height
+    implicitHeight: Math.ceil(holder.height)
     implicitWidth: holder.childrenRect.width
 
     T.ScrollBar.vertical: ThinScrollBar {}

@@ -1,9 +1,8 @@
 import QtQuick
-import QtQuick.Layouts
 import Corvane
 
 // A setting that is on or off, and a hint at what it does; "" for none.
-ColumnLayout {
+Column {
     id: setting
 
     required property string text
@@ -12,12 +11,12 @@ ColumnLayout {
 
     signal setOn(bool on)
 
-    Layout.fillWidth: true
-    spacing: 0
+    width: parent.width
 
     SwitchRow {
         isOn: setting.isOn
         text: setting.text
+        width: parent.width
 
         onSetOn: on => setting.setOn(on)
     }
@@ -26,5 +25,6 @@ ColumnLayout {
         objectName: "hint"
         text: setting.hint
         visible: text !== ""
+        width: parent.width
     }
 }

@@ -1,40 +1,39 @@
 import QtQuick
-import QtQuick.Layouts
 import Corvane
 
-// Settings that belong together, under the name they have together; "" for none.
-ColumnLayout {
+// Settings that belong together, under the name they have together; "" for none. All of it is as wide as the parent:
+// texts that wrap in layouts within layouts would be laid out for widths that they never get.
+Column {
     id: card
 
     property string title
     default property alias content: column.data
 
-    Layout.fillWidth: true
     spacing: Theme.spaceTiny
+    width: parent.width
 
     HeadingText {
-        Layout.leftMargin: Theme.spaceTiny
+        leftPadding: Theme.spaceTiny
         text: card.title
         visible: text !== ""
+        width: parent.width
     }
 
     Rectangle {
-        Layout.fillWidth: true
         border.color: Theme.outline
         border.width: 1
         color: Theme.card
-        implicitHeight: column.implicitHeight + 2 * Theme.spaceSmall
+        height: column.height + 2 * column.y
         radius: Theme.radiusLarge
+        width: parent.width
 
-        ColumnLayout {
+        Column {
             id: column
 
-            anchors.fill: parent
-            anchors.leftMargin: Theme.space
-            anchors.rightMargin: Theme.space
-            anchors.topMargin: Theme.spaceSmall
-            anchors.bottomMargin: Theme.spaceSmall
-            spacing: Theme.spaceSmall
+            spacing: 6
+            width: parent.width - 2 * x
+            x: Theme.space
+            y: Theme.spaceSmall
         }
     }
 }

@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Layouts
 import Corvane
 
 // The settings window: what concerns the whole application and is not in the panel.
@@ -10,6 +9,8 @@ FocusScope {
     required property UpdateChecker updates
 
     focus: true
+    implicitHeight: 540
+    implicitWidth: 380
 
     Rectangle {
         anchors.fill: parent
@@ -17,30 +18,31 @@ FocusScope {
     }
 
     ScrollArea {
-        anchors.fill: parent
         enabled: !view.settings.isRemoving
+        height: view.height
         objectName: "scrollArea"
+        width: view.width
 
-        ColumnLayout {
-            spacing: Theme.space
+        Column {
+            bottomPadding: Theme.spaceSmall
+            spacing: 10
+            topPadding: Theme.spaceSmall
             width: parent.width - 2 * x
             x: Theme.spaceLarge
 
-            RowLayout {
-                Layout.topMargin: Theme.space
+            Row {
                 spacing: Theme.space
 
                 Symbol {
-                    Layout.preferredHeight: 32
-                    Layout.preferredWidth: 32
+                    anchors.verticalCenter: parent.verticalCenter
                     color: Theme.accent
+                    height: 32
                     name: "gauge.with.dots.needle.bottom.50percent"
                     objectName: "gauge"
+                    width: 32
                 }
 
-                ColumnLayout {
-                    spacing: 0
-
+                Column {
                     BodyText {
                         font.pixelSize: Theme.titleSize
                         font.weight: Font.DemiBold
@@ -69,7 +71,6 @@ FocusScope {
             }
 
             HelpSettings {
-                Layout.bottomMargin: Theme.space
                 objectName: "help"
                 settings: view.settings
             }

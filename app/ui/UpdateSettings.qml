@@ -35,5 +35,6 @@ SettingsCard {
         symbol: "checkmark.circle.fill"
         text: Lang.isGerman ? "Du hast die neueste Version." : "You're on the latest version."
         visible: card.settings.checkedOnce && !card.settings.checking && card.updates.latestVersion === ""
+        width: parent.width
     }
 }

@@ -238,7 +238,7 @@ TEST_F(SettingsControls, AreHeard) {
     }
 }
 
-/// Every text has all the room it needs, and lies within the width of the window.
+/// Every text has the room it needs and no more, and lies within the width of the window.
 TEST_F(SettingsControls, CutOffNoText) {
     for (const char* language : {"de", "en"}) {
         speak(language);
@@ -252,11 +252,30 @@ TEST_F(SettingsControls, CutOffNoText) {
                 const std::string words = each.property("text").toString().toStdString();
                 EXPECT_LE(each.property("contentWidth").toReal(), each.width() + 0.5) << words;
                 EXPECT_LE(each.property("contentHeight").toReal(), each.height() + 0.5) << words;
+                if (each.property("verticalAlignment").toInt() == Qt::AlignTop) {
+                    EXPECT_LT(each.height(), each.property("contentHeight").toReal() + 4) << words;
+                }
                 EXPECT_GE(place.left(), 0) << words;
                 EXPECT_LE(place.right(), view().width()) << words;
             }
         });
         EXPECT_GT(texts, 15);
+    }
+}
+
+TEST_F(SettingsControls, AreInSectionsOneBelowTheOther) {
+    for (const char* language : {"de", "en"}) {
+        speak(language);
+        open();
+        checkWith(newerFeed);
+        qreal bottom = item("version").mapToScene({0, item("version").height()}).y();
+        for (const char* section : {"general", "updates", "help"}) {
+            const QQuickItem& each = item(section);
+            EXPECT_GE(each.mapToScene({0, 0}).y(), bottom + 8) << section;
+            EXPECT_LE(each.mapToScene({0, 0}).y(), bottom + 16) << section;
+            bottom = each.mapToScene({0, each.height()}).y();
+        }
+        EXPECT_NEAR(item("scrollArea").property("contentHeight").toReal(), bottom, 1 + 12);
     }
 }
 

@@ -47,8 +47,9 @@ TEST_P(SettingsPicture, OfTheWholeWindow) {
     machine.client.setBody(R"({"shortVersion":"2.0"})");
     click("checkForUpdates");
     keep("update");
-    item("scrollArea").setProperty("contentY", 1000);
-    press(Qt::Key_Tab, Qt::ShiftModifier);
+    for (int i = 0; i < 4; ++i) {
+        press(Qt::Key_Tab);
+    }
     keep("bottom");
 }
 
