@@ -37,14 +37,11 @@ FocusScope {
         objectName: "background"
         role: view.role
 
-        DragHandler {
-            target: null
+        // With the press itself: a window manager that hears of the move later can miss that the button is let go.
+        MouseArea {
+            anchors.fill: parent
 
-            onActiveChanged: {
-                if (active) {
-                    view.Window.window.startSystemMove();
-                }
-            }
+            onPressed: view.Window.window.startSystemMove()
         }
     }
 
