@@ -10,7 +10,7 @@
 #include <sys/stat.h>
 
 #include "platform/linux/desktop/ApplicationUnit.h"
-#include "platform/linux/desktop/BoundedFile.h"
+#include "platform/posix/BoundedFile.h"
 
 namespace corvane {
 

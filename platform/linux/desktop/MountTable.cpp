@@ -4,7 +4,7 @@
 #include <array>
 #include <optional>
 
-#include "platform/linux/desktop/BoundedFile.h"
+#include "platform/posix/BoundedFile.h"
 
 namespace corvane {
 

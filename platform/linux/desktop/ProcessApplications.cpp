@@ -13,7 +13,7 @@
 #include <unistd.h>
 
 #include "platform/linux/desktop/ApplicationUnit.h"
-#include "platform/linux/desktop/BoundedFile.h"
+#include "platform/posix/BoundedFile.h"
 
 namespace corvane {
 

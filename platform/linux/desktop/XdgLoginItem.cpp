@@ -6,8 +6,8 @@
 #include <fmt/format.h>
 
 #include "platform/ApplicationIdentifier.h"
-#include "platform/linux/desktop/BoundedFile.h"
 #include "platform/linux/desktop/DesktopEntries.h"
+#include "platform/posix/BoundedFile.h"
 
 namespace corvane {
 

@@ -1,4 +1,4 @@
-#include "platform/linux/desktop/BoundedFile.h"
+#include "platform/posix/BoundedFile.h"
 
 #include <algorithm>
 #include <array>
