@@ -51,7 +51,6 @@ const std::vector<std::string> names = {
     "power",
     "power.circle.fill",
     "questionmark.circle",
-    "speedometer",
     "stop.circle",
     "thermometer.medium",
     "trash",
