@@ -68,6 +68,17 @@ public:
     void activate(const std::string& session, const std::string& id) { tell("Activated", session, id); }
     void deactivate(const std::string& session, const std::string& id) { tell("Deactivated", session, id); }
 
+    /// Ends a session, as when the user no longer wants it.
+    void endSession(const std::string& session) {
+        constexpr const char* interface = "org.freedesktop.portal.Session";
+        const auto object = sdbus::createObject(*connection_, session);
+        object->registerSignal(interface, "Closed", "a{sv}");
+        object->finishRegistration();
+        auto signal = object->createSignal(interface, "Closed");
+        signal << Dictionary();
+        object->emitSignal(signal);
+    }
+
     /// Tells of an activation with too little to say.
     void activateWithNonsense() {
         auto signal = object_->createSignal(shortcuts, "Activated");

@@ -17,6 +17,7 @@ constexpr const char* busName = "org.freedesktop.portal.Desktop";
 constexpr const char* objectPath = "/org/freedesktop/portal/desktop";
 constexpr const char* shortcutsInterface = "org.freedesktop.portal.GlobalShortcuts";
 constexpr const char* requestInterface = "org.freedesktop.portal.Request";
+constexpr const char* sessionInterface = "org.freedesktop.portal.Session";
 
 /// The same each time: some portals know the keys that the user has chosen by it.
 constexpr const char* sessionToken = "corvane";
@@ -28,7 +29,7 @@ std::string shortcutIdOf(const HotKey& key) {
     return fmt::format("hot-key-{}", key.id);
 }
 
-/// As the shortcuts specification of the desktops writes it.
+/// As desktops write shortcuts among themselves.
 std::string triggerOf(const HotKey& key) {
     return fmt::format("{}{}{}", (key.modifiers & HotKeyModifier::command) != 0 ? "LOGO+" : "",
                        (key.modifiers & HotKeyModifier::option) != 0 ? "ALT+" : "", key.letter);
@@ -76,6 +77,7 @@ void PortalShortcuts::subscribe() {
         *connection_, busName, [this](const OwnerChange& change) { changeOwner(change.current); }));
     owner_ = busNameOwner(*connection_, busName);
     on(requestInterface, "Response", [this](sdbus::Message& signal) { takeResponse(signal); });
+    on(sessionInterface, "Closed", [this](sdbus::Message& signal) { takeClosing(signal); });
     on(shortcutsInterface, "Activated", [this](sdbus::Message& signal) { activate(signal); });
     on(shortcutsInterface, "Deactivated", [this](sdbus::Message& signal) { deactivate(signal); });
 }
@@ -102,9 +104,7 @@ void PortalShortcuts::changeOwner(const std::string& owner) {
     const bool wasThere = !std::exchange(owner_, owner).empty();
     if (wasThere) {
         // Another one knows nothing of what this one was asked.
-        session_.clear();
-        token_.clear();
-        held_.clear();
+        forget();
     }
     // One that comes up because it was asked is not asked again.
     if (!owner.empty() && token_.empty()) {
@@ -197,6 +197,21 @@ void PortalShortcuts::takeResponse(sdbus::Message& signal) {
     } else {
         fail(code == cancelled ? "the user does not want them" : "the desktop's portal refuses them");
     }
+}
+
+/// The user no longer wants the keys, or the desktop cannot go on with them. To ask for them again at once
+/// would only nag.
+void PortalShortcuts::takeClosing(const sdbus::Message& signal) {
+    if (!session_.empty() && signal.getPath() == session_) {
+        forget();
+        fail("the desktop has taken them back");
+    }
+}
+
+void PortalShortcuts::forget() {
+    session_.clear();
+    token_.clear();
+    held_.clear();
 }
 
 void PortalShortcuts::activate(sdbus::Message& signal) {

@@ -24,7 +24,7 @@ namespace corvane {
 /// own: the portal forgets them with it. Made, used and destroyed on the bus thread.
 ///
 /// The portal may ask the user, for as long as that takes, and may give other keys than those that were
-/// wanted. It is asked again when it comes up again.
+/// wanted. It is asked again when it comes up again, but not when it takes the keys back.
 class PortalShortcuts {
 public:
     /// A shortcut that comes again so soon is still held down, unless the portal says that it was let go of.
@@ -58,6 +58,8 @@ private:
     void send(const sdbus::MethodCall& call);
     void takeReply(const std::string& token, sdbus::MethodReply& reply, const sdbus::Error* error);
     void takeResponse(sdbus::Message& signal);
+    void takeClosing(const sdbus::Message& signal);
+    void forget();
     void activate(sdbus::Message& signal);
     void deactivate(sdbus::Message& signal);
     [[nodiscard]] const HotKey* keyOf(sdbus::Message& signal) const;

@@ -214,6 +214,26 @@ TEST_F(PortalHotKeysTest, AreBoundAgainWhenThePortalComesBack) {
     EXPECT_EQ(portal->sessions().size(), 1U);
 }
 
+TEST_F(PortalHotKeysTest, AreGoneWithTheirSessionWithoutNaggingForAnother) {
+    auto portal = std::make_unique<FakePortal>(bus->address());
+    add({keepAwake});
+    const std::string session = sessionOf(*portal);
+    portal->endSession("/org/freedesktop/portal/desktop/session/1_2/corvane");
+    portal->activate(session, "hot-key-1");
+    ASSERT_TRUE(presses.waitFor(1)) << "it was another's session";
+    portal->deactivate(session, "hot-key-1");
+    portal->endSession(session);
+    EXPECT_TRUE(isToldOnce("No hot keys: the desktop has taken them back."));
+    portal->activate(session, "hot-key-1");
+    EXPECT_EQ(portal->sessions().size(), 1U);
+    portal.reset();
+    portal = std::make_unique<FakePortal>(bus->address());
+    const std::string next = sessionOf(*portal);
+    portal->activate(next, "hot-key-1");
+    EXPECT_TRUE(presses.waitFor(2));
+    EXPECT_EQ(presses.size(), 2U) << "one of them after the end of its session";
+}
+
 TEST_F(PortalHotKeysTest, AreBoundByAPortalThatComesUpLater) {
     add({keepAwake});
     EXPECT_TRUE(isToldOnce("No hot keys: the desktop has no portal for them"));
