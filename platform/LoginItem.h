@@ -13,8 +13,9 @@ public:
     /// As the system has it now: the user may have changed it elsewhere.
     [[nodiscard]] virtual bool isEnabled() const = 0;
 
-    /// True when it is so now; where it was so already, nothing is touched. What fails is logged as
-    /// "Corvane login-item toggle failed: " and the error.
+    /// True when it is so now; where it was so already, nothing is touched, unless the system would start
+    /// another program than this one. What fails is logged as "Corvane login-item toggle failed: " and the
+    /// error.
     virtual bool setEnabled(bool on) = 0;
 };
 

@@ -70,7 +70,7 @@ bool XdgLoginItem::isEnabled() const {
 }
 
 bool XdgLoginItem::setEnabled(bool on) {
-    if (on == isEnabled()) {
+    if (on == isEnabled() && (!on || startsExecutable())) {
         return true;
     }
     const std::optional<std::string> error = on ? write() : remove();
@@ -78,6 +78,13 @@ bool XdgLoginItem::setEnabled(bool on) {
         log_.write(fmt::format("Corvane login-item toggle failed: {}", *error));
     }
     return !error;
+}
+
+/// Not so when the application has been moved, or installed anew somewhere else.
+bool XdgLoginItem::startsExecutable() const {
+    const std::string text = readAtMost(file_.string(), largestFile);
+    const std::string wanted = textFor(executable_);
+    return DesktopEntries(text).plain("Exec") == DesktopEntries(wanted).plain("Exec");
 }
 
 std::optional<std::string> XdgLoginItem::write() {

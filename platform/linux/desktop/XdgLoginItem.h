@@ -25,6 +25,7 @@ public:
     bool setEnabled(bool on) override;
 
 private:
+    [[nodiscard]] bool startsExecutable() const;
     // What went wrong.
     std::optional<std::string> write();
     std::optional<std::string> remove();

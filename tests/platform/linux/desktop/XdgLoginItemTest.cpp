@@ -59,10 +59,18 @@ TEST_F(XdgLoginItemTest, IsRemovedWhenItIsSwitchedOff) {
 }
 
 TEST_F(XdgLoginItemTest, IsNotWrittenAgainWhenItIsOnAlready) {
-    folder.write(name, "[Desktop Entry]\nType=Application\nName=My own\nExec=corvane\n");
+    folder.write(name, "[Desktop Entry]\nType=Application\nName=My own\nExec=\"/opt/corvane/bin/corvane\"\n");
     EXPECT_TRUE(item.isEnabled());
-    item.setEnabled(true);
+    EXPECT_TRUE(item.setEnabled(true));
     EXPECT_THAT(folder.read(name), HasSubstr("My own"));
+}
+
+TEST_F(XdgLoginItemTest, IsWrittenAgainWhenItWouldStartAnotherProgram) {
+    for (const char* executable : {"Exec=\"/usr/local/bin/corvane\"", "Exec=", "# none"}) {
+        folder.write(name, fmt::format("[Desktop Entry]\nType=Application\n{}\n", executable));
+        EXPECT_TRUE(item.setEnabled(true));
+        EXPECT_THAT(folder.read(name), HasSubstr("\nExec=\"/opt/corvane/bin/corvane\"\n")) << executable;
+    }
 }
 
 TEST_F(XdgLoginItemTest, CountsAsOffWhenTheUserHasSwitchedItOffElsewhere) {
