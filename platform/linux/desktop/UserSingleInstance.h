@@ -16,10 +16,12 @@
 
 namespace corvane {
 
-/// One instance for each user, by two files in a folder that is the user's alone: who holds the lock on
-/// "lock" is the first, and who connects to the socket "open" asks it to open its panel. All it takes is to
-/// connect; what is sent is not read, and one byte is the answer. A first one that was killed leaves a socket
-/// that the next one takes over. Main thread, on Qt's event loop.
+/// One instance for each user, in however many sessions they are logged in: the bus and the runtime folder
+/// are the user's and not a session's, and two instances would fight over the one helper. By two files in a
+/// folder that is the user's alone: who holds the lock on "lock" is the first, and who connects to the socket
+/// "open" asks it to open its panel. All it takes is to connect; what is sent is not read, and one byte is
+/// the answer. A first one that was killed leaves a socket that the next one takes over. Main thread, on Qt's
+/// event loop.
 class UserSingleInstance final : public SingleInstance {
 public:
     /// `folder` is an absolute path, and made when it is missing. `log` outlives the instance. `patience` is
