@@ -67,8 +67,10 @@ void AppDelegate::updateIconSoon() {
 void AppDelegate::updateIcon() {
     const bool isActive = services_.manager.anythingActive();
     services_.statusItem.setImage(isActive ? StatusImage::gauge100 : StatusImage::gauge50);
-    services_.statusItem.setTitle(temperatureTitle());
-    services_.statusItem.setToolTip("Corvane", services_.header.label().toStdString());
+    const std::string temperature = temperatureTitle();
+    services_.statusItem.setTitle(temperature);
+    // The title is drawn; the tool tip can be heard.
+    services_.statusItem.setToolTip("Corvane", services_.header.label().toStdString() + temperature);
     services_.statusItem.setMenu(menu_.entries());
 }
 

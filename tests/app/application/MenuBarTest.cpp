@@ -115,6 +115,7 @@ TEST_F(MenuBarTest, ShowsTheSmoothedTemperatureBesideTheGaugeWhenThatIsWanted) {
     platform.helper.mac.holdSensorsAt(64.5F);
     platform.helper.advance(60s);
     EXPECT_EQ(item().title(), " 64°") << "rounded as printf does";
+    EXPECT_EQ(item().toolTipText(), "Inactive 64°") << "for those who cannot see the title";
     platform.defaults->set("showTempInMenuBar", false);
     platform.helper.advance(2s);
     EXPECT_EQ(item().title(), "");
