@@ -18,12 +18,36 @@ namespace {
 constexpr int mostGrabAttempts = 40;
 constexpr Duration grabPause = std::chrono::milliseconds(25);
 
-/// X11 lets a window lie where it is put, past its window manager. Elsewhere the compositor decides. Not Qt's
-/// kind of pop-up: it keeps those from assistive technologies.
+bool isOnX11() {
+    return QGuiApplication::platformName() == "xcb";
+}
+
+bool isInWaylandSession() {
+    return qEnvironmentVariable("XDG_SESSION_TYPE") == "wayland" ||
+           !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+}
+
+/// X11 lets a window lie where it is put, past its window manager. Not so where the X server is a
+/// compositor's guest: that one takes the keyboard back at once from a window that it does not manage.
+/// Elsewhere the compositor decides. Not Qt's kind of pop-up: it keeps those from assistive technologies.
 Qt::WindowFlags popoverFlags() {
-    const bool isX11 = QGuiApplication::platformName() == "xcb";
     const Qt::WindowFlags flags = Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint;
-    return isX11 ? flags | Qt::X11BypassWindowManagerHint : flags;
+    return isOnX11() && !isInWaylandSession() ? flags | Qt::X11BypassWindowManagerHint : flags;
+}
+
+/// What lies over the views, such as menus, in the one item that Qt Quick keeps for it. Each item belongs to
+/// the pop-up that it shows.
+void closePopups(const QQuickItem& content) {
+    for (const QQuickItem* layer : content.childItems()) {
+        if (!layer->inherits("QQuickOverlay")) {
+            continue;
+        }
+        for (const QQuickItem* item : layer->childItems()) {
+            if (QObject* const popup = item->parent(); popup != nullptr && popup->inherits("QQuickPopup")) {
+                QMetaObject::invokeMethod(popup, "close");
+            }
+        }
+    }
 }
 
 }  // namespace
@@ -46,7 +70,6 @@ void PopoverWindow::open(std::optional<QPoint> anchor) {
     show();
     raise();
     requestActivate();
-    Q_EMIT opened();
 }
 
 void PopoverWindow::dismiss() {
@@ -54,7 +77,10 @@ void PopoverWindow::dismiss() {
         return;
     }
     grabTimer_.reset();
-    setMouseGrabEnabled(false);
+    if (isOnX11()) {
+        setMouseGrabEnabled(false);
+    }
+    closePopups(*contentItem());
     hide();
     Q_EMIT dismissed();
 }
@@ -77,14 +103,16 @@ QScreen& PopoverWindow::screenOf(std::optional<QPoint> anchor) const {
 void PopoverWindow::exposeEvent(QExposeEvent* event) {
     QQuickView::exposeEvent(event);
     if (isExposed() && !grabTimer_) {
+        // A window manager puts new windows where it likes, but many of them let one go elsewhere then.
+        place();
         grabAttempts_ = 0;
         grabPointer();
     }
 }
 
-/// With the pointer in its hands the window hears of clicks anywhere.
+/// With the pointer in its hands the window hears of clicks anywhere. Only X servers give it to such windows.
 void PopoverWindow::grabPointer() {
-    if (!setMouseGrabEnabled(true) && ++grabAttempts_ < mostGrabAttempts) {
+    if (isOnX11() && !setMouseGrabEnabled(true) && ++grabAttempts_ < mostGrabAttempts) {
         grabTimer_ = mainLoop_.after(grabPause, [this] { grabPointer(); });
     }
 }

@@ -20,6 +20,7 @@ public:
 
     /// See Popover.
     void open(std::optional<QPoint> anchor);
+    /// Takes along what lies open over the content, such as a menu.
     Q_SLOT void dismiss();
 
     /// What the user did elsewhere, so that it was dismissed.
@@ -32,7 +33,6 @@ public:
     [[nodiscard]] const std::optional<Departure>& departure() const { return departure_; }
 
 Q_SIGNALS:
-    void opened();
     void dismissed();
 
 protected:

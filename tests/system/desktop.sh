@@ -34,6 +34,14 @@ start_helper() {
     wait_until 10 "the helper listens" helper_listens
 }
 
+# The user has read the introduction of this version, so the panel opens by itself after a new build.
+skip_introduction() {
+    local version
+    version=$(sed --quiet 's/^project(corvane VERSION \([0-9.]*\).*/\1/p' "$tests/../../CMakeLists.txt")
+    mkdir -p "$XDG_CONFIG_HOME/de.tavrin.corvane"
+    echo "{\"onboardingSeenVersion\": \"${version:?}\"}" >"$XDG_CONFIG_HOME/de.tavrin.corvane/settings.json"
+}
+
 # Sets `application` to its process.
 start_corvane() {
     QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1 "$PROGRAM" 2>>"$folder/application.log" &
@@ -99,6 +107,15 @@ panel_window() {
 }
 panel_is_shown() { [[ -n $(panel_window) ]]; }
 panel_is_closed() { [[ -z $(panel_window) ]]; }
+
+# expect_panel_stays: for a second, in which whatever takes the keyboard from it has done so.
+expect_panel_stays() {
+    local end=$((${EPOCHREALTIME//[!0-9]/} + 1000000))
+    while ((${EPOCHREALTIME//[!0-9]/} < end)); do
+        panel_is_shown || fail "the panel has closed by itself"
+        sleep 0.02
+    done
+}
 
 accessible() {
     "$tests/accessible" Corvane "$@"

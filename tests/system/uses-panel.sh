@@ -12,9 +12,11 @@ simulate "load = 20"
 start_helper
 
 # --- the item, and the panel that opens by itself after a new build
+skip_introduction
 start_corvane
 wait_until 10 "the item is registered" item_name
 wait_until 10 "the panel opens by itself" panel_is_shown
+expect_panel_stays
 xdotool key Escape
 wait_until 5 "Escape closes it" panel_is_closed
 wait_until 5 "the item is drawn" place_of_item "$folder/empty.png"
@@ -23,6 +25,7 @@ read -ra item <<<"$(place_of_item "$folder/empty.png")"
 # --- a click on it opens the panel there
 click_at "${item[@]}"
 wait_until 5 "a click opens the panel" panel_is_shown
+expect_panel_stays
 eval "$(xdotool getwindowgeometry --shell "$(panel_window)")"
 ((Y >= panel_height && Y < panel_height + 24)) || fail "the panel begins at $Y, not below the bar"
 ((X <= item[0] && X + WIDTH >= item[0])) || fail "the panel spans $X to $((X + WIDTH)), the item is at ${item[0]}"
@@ -68,6 +71,7 @@ wait_until 5 "and off" helper_says floorPercent "d 0"
 # --- a second start
 "$PROGRAM" || fail "a second start ended with $?"
 wait_until 5 "a second start opens the panel of the first" panel_is_shown
+expect_panel_stays
 kill -0 "$application" || fail "the first start has ended"
 
 # --- a notification

@@ -4,6 +4,7 @@
 #include <QQuickItem>
 #include <QScreen>
 #include <QTest>
+#include <functional>
 #include <optional>
 
 #include <gtest/gtest.h>
@@ -173,6 +174,24 @@ TEST_F(QuickPopoverTest, KeepsWhatTheUserWasAboutToChooseWhileItIsClosed) {
     popover->close();
     show();
     EXPECT_EQ(machine.menu->customDate(), chosen);
+}
+
+TEST_F(QuickPopoverTest, TakesWhatLiesOpenOverItAlongWhenItIsClosed) {
+    machine.menu->setExpandAuto(true);
+    machine.manager->triggers().setAutomationEnabled(true);
+    show();
+    QObject& picker = *window().rootObject()->findChild<QObject*>("applicationPicker");
+    for (const auto& leave :
+         {std::function<void()>([&] { loseKeyboard(); }), std::function<void()>([&] { popover->close(); })}) {
+        QMetaObject::invokeMethod(&picker, "open");
+        settle();
+        ASSERT_TRUE(picker.property("visible").toBool());
+        leave();
+        EXPECT_FALSE(picker.property("visible").toBool());
+        show();
+        EXPECT_FALSE(picker.property("visible").toBool());
+        EXPECT_TRUE(popover->isShown());
+    }
 }
 
 TEST_F(QuickPopoverTest, SpeaksTheLanguageThatWasChosenSinceItWasLastOpen) {
