@@ -47,12 +47,13 @@ It only ever cools harder than the computer's firmware would. On real heat,
 and on every doubt, it hands the fans back to the firmware and checks that it
 did.")
 
-# What no linker sees: the parts of Qt Quick that the views are made of, the bus, and what starts the helper.
+# What no linker sees: the parts of Qt Quick that the views are made of, the bus, what starts the helper, and displays
+# without an X server.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 string(JOIN ", " CPACK_DEBIAN_PACKAGE_DEPENDS
     "default-dbus-system-bus | dbus-system-bus" systemd
     qml6-module-qtqml qml6-module-qtqml-models qml6-module-qtqml-workerscript qml6-module-qtquick
-    qml6-module-qtquick-layouts qml6-module-qtquick-templates qml6-module-qtquick-window)
+    qml6-module-qtquick-layouts qml6-module-qtquick-templates qml6-module-qtquick-window qt6-wayland)
 # The typeface and the pictures in texts; the uninstaller's prompt; batteries and drives; pages and icons.
 string(JOIN ", " CPACK_DEBIAN_PACKAGE_RECOMMENDS
     fonts-inter fonts-noto-color-emoji pkexec polkitd upower udisks2 xdg-utils hicolor-icon-theme

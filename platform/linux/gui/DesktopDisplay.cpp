@@ -1,5 +1,9 @@
 #include "platform/linux/gui/DesktopDisplay.h"
 
+#include <QDirIterator>
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QPluginLoader>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
@@ -54,9 +58,24 @@ bool answersWayland(const EnvironmentLookup& environment) {
     return !display.empty() && path.is_absolute() && acceptsConnections(path);
 }
 
+/// Without loading any of them.
+bool hasPlatformPlugin(const char* name, const QStringList& pluginFolders) {
+    for (const QString& folder : pluginFolders) {
+        QDirIterator plugins(folder + "/platforms", QDir::Files);
+        while (plugins.hasNext()) {
+            const QJsonObject description = QPluginLoader(plugins.next()).metaData();
+            if (description["MetaData"]["Keys"].toArray().contains(QLatin1String(name))) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
 }  // namespace
 
-std::variant<DesktopDisplay, std::string> DesktopDisplay::find(const EnvironmentLookup& environment) {
+std::variant<DesktopDisplay, std::string> DesktopDisplay::find(const EnvironmentLookup& environment,
+                                                               const QStringList& pluginFolders) {
     if (const std::string wanted = variable(environment, "QT_QPA_PLATFORM"); !wanted.empty()) {
         return DesktopDisplay{wanted};
     }
@@ -64,7 +83,10 @@ std::variant<DesktopDisplay, std::string> DesktopDisplay::find(const Environment
         return DesktopDisplay{"xcb"};
     }
     if (answersWayland(environment)) {
-        return DesktopDisplay{"wayland"};
+        const char* const name = "wayland";
+        return hasPlatformPlugin(name, pluginFolders)
+                   ? std::variant<DesktopDisplay, std::string>(DesktopDisplay{name})
+                   : "the display is one of Wayland, for which Qt lacks its plugin (package qt6-wayland)";
     }
     return "there is no display to show anything on: neither DISPLAY nor WAYLAND_DISPLAY leads to one";
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QCoreApplication>
+#include <QStringList>
 #include <string>
 #include <variant>
 
@@ -14,8 +16,11 @@ struct DesktopDisplay {
 
     /// What this environment leads to, or in English why there is nothing. Qt would end the process if it
     /// looked by itself and found nothing. An X server is preferred, a Wayland compositor's own one included:
-    /// only there a pop-up lies where it is put. Waits for the display to answer.
-    static std::variant<DesktopDisplay, std::string> find(const EnvironmentLookup& environment);
+    /// only there a pop-up lies where it is put. Waits for the display to answer. `pluginFolders` are those
+    /// in which Qt looks for its plugins.
+    static std::variant<DesktopDisplay, std::string> find(
+        const EnvironmentLookup& environment,
+        const QStringList& pluginFolders = QCoreApplication::libraryPaths());
 };
 
 }  // namespace corvane

@@ -1,3 +1,5 @@
+#include <QDir>
+#include <algorithm>
 #include <cstring>
 #include <map>
 #include <string>
@@ -17,15 +19,14 @@ namespace {
 
 using Environment = std::map<std::string, std::string>;
 
-std::variant<DesktopDisplay, std::string> find(const Environment& environment) {
-    return DesktopDisplay::find([&](const char* name) {
-        const auto found = environment.find(name);
-        return found == environment.end() ? nullptr : found->second.c_str();
-    });
-}
-
-std::string qtPlatform(const Environment& environment) {
-    const auto found = find(environment);
+std::string qtPlatform(const Environment& environment,
+                       const QStringList& pluginFolders = QCoreApplication::libraryPaths()) {
+    const auto found = DesktopDisplay::find(
+        [&](const char* name) {
+            const auto entry = environment.find(name);
+            return entry == environment.end() ? nullptr : entry->second.c_str();
+        },
+        pluginFolders);
     const auto* display = std::get_if<DesktopDisplay>(&found);
     return display == nullptr ? "none: " + std::get<std::string>(found) : display->qtPlatform;
 }
@@ -71,13 +72,36 @@ TEST(DesktopDisplay, IsMissingWhereNobodyAnswers) {
     EXPECT_EQ(qtPlatform({{"WAYLAND_DISPLAY", "/" + std::string(300, 'x')}}), nothing);
 }
 
+/// Where Qt looks has a file of this name.
+bool hasPlugin(const QString& name) {
+    return std::ranges::any_of(QCoreApplication::libraryPaths(),
+                               [&](const QString& folder) { return QDir(folder).exists(name); });
+}
+
 TEST(DesktopDisplay, IsTheCompositorThatListens) {
+    if (!hasPlugin("platforms/libqwayland-generic.so")) {
+        GTEST_SKIP() << "qt6-wayland is not installed";
+    }
     const TemporaryFolder folder;
     const std::string runtime = folder.path().string();
     const Listener compositor(runtime + "/wayland-0");
     EXPECT_EQ(qtPlatform({{"WAYLAND_DISPLAY", "wayland-0"}, {"XDG_RUNTIME_DIR", runtime}}), "wayland");
     EXPECT_EQ(qtPlatform({{"WAYLAND_DISPLAY", runtime + "/wayland-0"}}), "wayland");
     EXPECT_EQ(qtPlatform({{"DISPLAY", ":4711"}, {"WAYLAND_DISPLAY", runtime + "/wayland-0"}}), "wayland");
+}
+
+TEST(DesktopDisplay, IsNoCompositorThatQtCannotTalkTo) {
+    const TemporaryFolder folder;
+    const std::string compositorPath = folder / "wayland-0";
+    const Listener compositor(compositorPath);
+    const Environment environment{{"WAYLAND_DISPLAY", compositorPath}};
+    const QStringList plugins(QString::fromStdString(folder.path().string()));
+    const std::string answer =
+        "none: the display is one of Wayland, for which Qt lacks its plugin (package qt6-wayland)";
+    EXPECT_EQ(qtPlatform(environment, plugins), answer);
+    folder.write("platforms/libqwayland-generic.so", "no plugin");
+    EXPECT_EQ(qtPlatform(environment, plugins), answer);
+    EXPECT_EQ(qtPlatform(environment, {}), answer);
 }
 
 }  // namespace
