@@ -54,8 +54,9 @@ void NotifierLink::connect() {
         // It is the pump that calls.
         asio::post(context_, lifetime_.bound([this] { disconnect(); }));
     });
-    pump_->process();
     changeOwner(owner);
+    // What has happened to the watcher since it was asked for lies in the connection.
+    pump_->process();
 }
 
 void NotifierLink::publish() {
