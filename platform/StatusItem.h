@@ -1,12 +1,9 @@
 #pragma once
 
 #include <functional>
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
-
-#include "platform/Observation.h"
 
 namespace corvane {
 
@@ -23,7 +20,8 @@ struct ScreenPoint {
 
 /// Where the item was clicked.
 struct StatusItemAnchor {
-    /// None where the tray does not tell. Told by the tray, so it may lie outside of every screen.
+    /// None where the tray does not tell. Within the rectangle around all screens, though in none of them
+    /// perhaps: it is the tray's word.
     std::optional<ScreenPoint> point;
 
     bool operator==(const StatusItemAnchor&) const = default;
@@ -76,12 +74,6 @@ public:
     virtual void setMenu(std::vector<StatusMenuEntry> entries) = 0;
 
     virtual void setHandlers(StatusItemHandlers handlers) = 0;
-
-    /// There is a tray that shows the item. False at first, until one has been found.
-    [[nodiscard]] virtual bool isShown() const = 0;
-
-    /// Runs `changed` on the main loop after `isShown` has changed. The item outlives the observation.
-    [[nodiscard]] virtual std::unique_ptr<Observation> observe(std::function<void()> changed) = 0;
 };
 
 }  // namespace corvane

@@ -1,19 +1,15 @@
 #pragma once
 
 #include <algorithm>
-#include <functional>
-#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "platform/Observers.h"
 #include "platform/StatusItem.h"
 
 namespace corvane {
 
-/// A status item that remembers what it shows and is clicked by whoever likes; in a tray to begin with. Main
-/// loop.
+/// A status item that remembers what it shows and is clicked by whoever likes. Main loop.
 class SimulatedStatusItem final : public StatusItem {
 public:
     void setImage(StatusImage image) override { image_ = image; }
@@ -26,11 +22,6 @@ public:
 
     void setMenu(std::vector<StatusMenuEntry> entries) override { menu_ = std::move(entries); }
     void setHandlers(StatusItemHandlers handlers) override { handlers_ = std::move(handlers); }
-    [[nodiscard]] bool isShown() const override { return isShown_; }
-
-    [[nodiscard]] std::unique_ptr<Observation> observe(std::function<void()> changed) override {
-        return observers_.add(std::move(changed));
-    }
 
     /// As handed over, blanks and all.
     [[nodiscard]] StatusImage image() const { return image_; }
@@ -39,16 +30,9 @@ public:
     [[nodiscard]] const std::string& toolTipText() const { return toolTipText_; }
     [[nodiscard]] const std::vector<StatusMenuEntry>& menu() const { return menu_; }
 
-    /// The tray comes or goes, which is announced before this returns, if it changes anything.
-    void setShown(bool isShown) {
-        if (std::exchange(isShown_, isShown) != isShown) {
-            observers_.notify();
-        }
-    }
-
-    /// The user clicks. Nothing happens to an item that is not shown.
+    /// The user clicks.
     void click(const StatusItemAnchor& anchor = {}) const {
-        if (isShown_ && handlers_.activated) {
+        if (handlers_.activated) {
             handlers_.activated(anchor);
         }
     }
@@ -58,7 +42,7 @@ public:
         const bool isOffered = std::ranges::any_of(menu_, [&](const StatusMenuEntry& entry) {
             return entry.id == id && entry.isEnabled && !entry.isSeparator;
         });
-        if (isShown_ && isOffered && handlers_.chosen) {
+        if (isOffered && handlers_.chosen) {
             handlers_.chosen(id);
         }
     }
@@ -70,8 +54,6 @@ private:
     std::string toolTipText_;
     std::vector<StatusMenuEntry> menu_;
     StatusItemHandlers handlers_;
-    bool isShown_ = true;
-    Observers observers_;
 };
 
 }  // namespace corvane

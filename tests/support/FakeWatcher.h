@@ -22,6 +22,7 @@ public:
             .onInterface(name)
             .implementedAs([this](const std::string& item) { take(item); });
         object_->registerProperty("IsStatusNotifierHostRegistered").onInterface(name).withGetter([this] {
+            hostQueries_.add(1);
             return hasHost_.load();
         });
         object_->registerSignal("StatusNotifierHostRegistered").onInterface(name);
@@ -36,6 +37,9 @@ public:
 
     /// What was registered, refused or not.
     [[nodiscard]] const Notes<std::string>& items() const { return items_; }
+
+    /// How often it was asked for its host, one note each.
+    [[nodiscard]] const Notes<int>& hostQueries() const { return hostQueries_; }
 
     /// The host that shows the items comes or goes, which is told.
     void setHost(bool hasHost) {
@@ -58,6 +62,7 @@ private:
     std::atomic<bool> hasHost_;
     std::atomic<int> refusals_;
     Notes<std::string> items_;
+    Notes<int> hostQueries_;
     std::unique_ptr<sdbus::IConnection> connection_;
     std::unique_ptr<sdbus::IObject> object_;
 };

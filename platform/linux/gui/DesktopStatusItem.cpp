@@ -31,6 +31,13 @@ QPoint deviceIndependent(QPoint position) {
     return position;
 }
 
+/// Whoever may call the item over the bus may tell any number.
+QPoint onDesktop(QPoint position) {
+    const QRect desktop = QGuiApplication::primaryScreen()->virtualGeometry();
+    return {std::clamp(position.x(), desktop.left(), desktop.right()),
+            std::clamp(position.y(), desktop.top(), desktop.bottom())};
+}
+
 }  // namespace
 
 /// The way of the bus's news to the main loop. Whoever may call the item over the bus may call it as often as
@@ -104,11 +111,7 @@ NotifierLink::Events DesktopStatusItem::linkEvents() {
 
 /// The tray may not be destroyed within its events: they go through the main loop's queue.
 XTray::Events DesktopStatusItem::trayEvents() {
-    return {.docked =
-                [this](bool isDocked) {
-                    mainLoop_.async(lifetime_.bound([this, isDocked] { setDocked(isDocked && tray_); }));
-                },
-            .clicked =
+    return {.clicked =
                 [this](QPoint position) {
                     mainLoop_.async(lifetime_.bound([this, position] { activate(position); }));
                 },
@@ -121,36 +124,32 @@ XTray::Events DesktopStatusItem::trayEvents() {
 }
 
 void DesktopStatusItem::setImage(StatusImage image) {
-    drawing_.image = image;
-    changeSoon();
+    assign(drawing_.image, image);
 }
 
 void DesktopStatusItem::setTitle(const std::string& title) {
-    drawing_.title = QString::fromStdString(title).trimmed();
-    changeSoon();
+    assign(drawing_.title, QString::fromStdString(title).trimmed());
 }
 
 void DesktopStatusItem::setToolTip(const std::string& title, const std::string& text) {
-    contents_.toolTipTitle = title;
-    contents_.toolTipText = text;
-    changeSoon();
+    assign(contents_.toolTipTitle, title);
+    assign(contents_.toolTipText, text);
 }
 
 void DesktopStatusItem::setMenu(std::vector<StatusMenuEntry> entries) {
-    contents_.menu = std::move(entries);
-    changeSoon();
+    assign(contents_.menu, std::move(entries));
 }
 
 void DesktopStatusItem::setHandlers(StatusItemHandlers handlers) {
     handlers_ = std::move(handlers);
 }
 
-bool DesktopStatusItem::isShown() const {
-    return isNotified_ || isDocked_;
-}
-
-std::unique_ptr<Observation> DesktopStatusItem::observe(std::function<void()> changed) {
-    return observers_.add(std::move(changed));
+template <typename Value>
+void DesktopStatusItem::assign(Value& shown, Value wanted) {
+    if (shown != wanted) {
+        shown = std::move(wanted);
+        changeSoon();
+    }
 }
 
 /// What changes together goes out together.
@@ -175,9 +174,9 @@ void DesktopStatusItem::change() {
 }
 
 void DesktopStatusItem::activate(QPoint position) {
-    const QPoint place = deviceIndependent(position);
     StatusItemAnchor anchor;
     if (!position.isNull()) {
+        const QPoint place = onDesktop(deviceIndependent(position));
         anchor.point = ScreenPoint{place.x(), place.y()};
     }
     if (const auto activated = handlers_.activated) {
@@ -196,29 +195,14 @@ void DesktopStatusItem::choose(int id) {
 }
 
 void DesktopStatusItem::setNotified(bool isNotified) {
-    if (isNotified == isNotified_) {
+    if (std::exchange(isNotified_, isNotified) == isNotified) {
         return;
     }
     if (isNotified) {
         patience_.reset();
-        update(isNotified_, true);
-        isDocked_ = false;
         tray_.reset();
     } else {
-        update(isNotified_, false);
         waitForNotifier();
-    }
-}
-
-void DesktopStatusItem::setDocked(bool isDocked) {
-    update(isDocked_, isDocked);
-}
-
-void DesktopStatusItem::update(bool& where, bool isShown) {
-    const bool wasShown = this->isShown();
-    where = isShown;
-    if (this->isShown() != wasShown) {
-        observers_.notify();
     }
 }
 

@@ -12,7 +12,6 @@
 
 #include "platform/Appearance.h"
 #include "platform/Lifetime.h"
-#include "platform/Observers.h"
 #include "platform/SerialQueue.h"
 #include "platform/StatusItem.h"
 #include "platform/linux/HelperBus.h"
@@ -54,21 +53,20 @@ public:
     void setToolTip(const std::string& title, const std::string& text) override;
     void setMenu(std::vector<StatusMenuEntry> entries) override;
     void setHandlers(StatusItemHandlers handlers) override;
-    [[nodiscard]] bool isShown() const override;
-    [[nodiscard]] std::unique_ptr<Observation> observe(std::function<void()> changed) override;
 
 private:
     class Arrivals;
 
     [[nodiscard]] NotifierLink::Events linkEvents();
     [[nodiscard]] XTray::Events trayEvents();
+    /// Takes over what differs.
+    template <typename Value>
+    void assign(Value& shown, Value wanted);
     void changeSoon();
     void change();
     void activate(QPoint position);
     void choose(int id);
     void setNotified(bool isNotified);
-    void setDocked(bool isDocked);
-    void update(bool& where, bool isShown);
     void waitForNotifier();
     [[nodiscard]] QColor color() const;
 
@@ -83,8 +81,6 @@ private:
     StatusItemHandlers handlers_;
     bool isChangeDue_ = false;
     bool isNotified_ = false;
-    bool isDocked_ = false;
-    Observers observers_;
     std::unique_ptr<Observation> appearanceObservation_;
     std::unique_ptr<Timer> patience_;
     std::unique_ptr<XTray> tray_;

@@ -86,7 +86,7 @@ void XTray::take(const xcb_generic_event_t& event) {
             break;
         }
         case XCB_EXPOSE:
-            repaint();
+            paint();
             break;
         case XCB_BUTTON_RELEASE: {
             const auto& button = as<xcb_button_release_event_t>(event);
@@ -110,13 +110,13 @@ void XTray::takeMessage(const xcb_client_message_event_t& message) {
 /// A tray that goes, or does not want the window any more, leaves it to the root.
 void XTray::takeReparenting(const xcb_reparent_notify_event_t& event) {
     if (event.window == window_) {
-        tell(event.parent != root_);
+        isDocked_ = event.parent != root_;
     }
 }
 
 void XTray::resize(QSize size) {
     size_ = size;
-    repaint();
+    paint();
 }
 
 void XTray::findTray() {
@@ -154,7 +154,7 @@ void XTray::leave() {
     }
     window_ = XCB_WINDOW_NONE;
     manager_ = XCB_WINDOW_NONE;
-    tell(false);
+    isDocked_ = false;
 }
 
 /// The X server has gone.
@@ -162,13 +162,7 @@ void XTray::lose() {
     readable_->setEnabled(false);
     window_ = XCB_WINDOW_NONE;
     manager_ = XCB_WINDOW_NONE;
-    tell(false);
-}
-
-void XTray::tell(bool isDocked) {
-    if (std::exchange(isDocked_, isDocked) != isDocked) {
-        events_.docked(isDocked);
-    }
+    isDocked_ = false;
 }
 
 std::vector<std::uint32_t> XTray::numbersOfTray(xcb_atom_t property, xcb_atom_t type) const {
@@ -280,6 +274,13 @@ QImage XTray::background() const {
 }
 
 void XTray::repaint() {
+    if (isDocked_) {
+        paint();
+        takeEvents();
+    }
+}
+
+void XTray::paint() {
     if (!isDocked_ || size_.isEmpty() || size_.width() > largestEdge || size_.height() > largestEdge) {
         return;
     }

@@ -23,9 +23,6 @@ class XTray {
 public:
     /// All are there. None may destroy the tray.
     struct Events {
-        /// A tray has taken the window, or has let go of it. Told with each change, of which the first is to
-        /// true.
-        std::function<void(bool isDocked)> docked;
         /// With any of three buttons, at this position of the X screen, in its own pixels.
         std::function<void(QPoint position)> clicked;
         /// What to show in this size, in pixels: an image of the same size, premultiplied ARGB. `color` is
@@ -39,7 +36,7 @@ public:
     XTray& operator=(const XTray&) = delete;
     ~XTray() = default;
 
-    /// Paints anew.
+    /// Paints anew, and handles the events that come meanwhile.
     void repaint();
 
 private:
@@ -53,11 +50,11 @@ private:
     void takeReparenting(const xcb_reparent_notify_event_t& event);
     void takeMessage(const xcb_client_message_event_t& message);
     void resize(QSize size);
+    void paint();
     void findTray();
     void dock();
     void leave();
     void lose();
-    void tell(bool isDocked);
 
     void createWindow();
     void describeWindow();

@@ -99,6 +99,12 @@ public:
         flush();
     }
 
+    /// Leaves nothing of what its client has painted.
+    void wipe() {
+        xcb_clear_area(x_.get(), 0, client_, 0, 0, 0, 0);
+        flush();
+    }
+
     /// How many pixels of the tray have this colour, 0xRRGGBB.
     [[nodiscard]] int count(std::uint32_t color) const {
         const auto cookie =

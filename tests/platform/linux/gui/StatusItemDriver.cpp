@@ -43,7 +43,6 @@ int main(int argc, char** argv) {
                                   QCoreApplication::quit();
                               }
                           }});
-    const auto shown = item.observe([&] { say(item.isShown() ? "shown" : "hidden"); });
     const auto colors = appearance.observe([&] { say(appearance.isDark() ? "dark" : "light"); });
     return QGuiApplication::exec();
 }
