@@ -1,7 +1,9 @@
 #include "app/ui/ApplicationIcons.h"
 
+#include <QBuffer>
+#include <QByteArray>
 #include <QColor>
-#include <QFileInfo>
+#include <QFile>
 #include <QIcon>
 #include <QImage>
 #include <QImageReader>
@@ -9,21 +11,30 @@
 #include <QRectF>
 #include <QUrl>
 #include <algorithm>
+#include <cstddef>
+#include <string>
 
+#include "platform/posix/BoundedFile.h"
 #include "symbols/Symbols.h"
 
 namespace corvane {
 
 namespace {
 
-// An image file says how large it is; no more than this is believed.
+// What an icon's file may be. Anybody's desktop entry names it, and it is read and drawn on the main loop.
+constexpr std::size_t largestFileBytes = 1U << 20U;
 constexpr int largestFileExtent = 2048;
 
 QPixmap readFile(const QString& path, int extent) {
-    QImageReader reader(path);
+    const std::string content = readAtMost(QFile::encodeName(path).toStdString(), largestFileBytes + 1);
+    if (content.size() > largestFileBytes) {
+        return {};
+    }
+    QByteArray bytes = QByteArray::fromStdString(content);
+    QBuffer buffer(&bytes);
+    QImageReader reader(&buffer);
     const QSize size = reader.size();
-    if (!QFileInfo(path).isFile() || size.isEmpty() || size.width() > largestFileExtent ||
-        size.height() > largestFileExtent) {
+    if (size.isEmpty() || size.width() > largestFileExtent || size.height() > largestFileExtent) {
         return {};
     }
     reader.setScaledSize(size.scaled(extent, extent, Qt::KeepAspectRatio));

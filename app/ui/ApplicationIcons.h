@@ -8,7 +8,8 @@
 namespace corvane {
 
 /// The icons of applications as the images "image://applications/NAME", where NAME is a name in the icon
-/// theme or an absolute path, percent-encoded. What has no icon gets the symbol of an application. Main loop.
+/// theme or the absolute path of an ordinary file of up to 1 MiB, percent-encoded. What has no such icon gets
+/// the symbol of an application. Main loop.
 class ApplicationIcons final : public QQuickImageProvider {
 public:
     /// What the engine knows it by.

@@ -3,6 +3,7 @@
 #include <string>
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include "app/ui/ApplicationIcons.h"
 #include "tests/app/ui/GuiApplication.h"
@@ -60,6 +61,23 @@ TEST_F(ApplicationIconsTest, ShowTheSymbolForWhatIsNoIcon) {
           redFile("huge.png", 2049, 1)}) {
         EXPECT_TRUE(isSymbol(icon(name))) << name;
     }
+}
+
+TEST_F(ApplicationIconsTest, DoNotWaitForTheOtherEndOfAPipe) {
+    const std::string pipe = (folder / "pipe.png").string();
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    EXPECT_TRUE(isSymbol(icon(pipe)));
+}
+
+TEST_F(ApplicationIconsTest, ReadNoMoreOfAFileThanAnIconTakes) {
+    const std::string square = R"(<svg xmlns="http://www.w3.org/2000/svg" width="64" height="64"></svg>)";
+    const auto padded = [&](std::size_t bytes) { return square + std::string(bytes - square.size(), ' '); };
+    EXPECT_FALSE(isSymbol(icon(folder.write("full.svg", padded(1 << 20)).string())));
+    EXPECT_TRUE(isSymbol(icon(folder.write("long.svg", padded((1 << 20) + 1)).string())));
+}
+
+TEST_F(ApplicationIconsTest, ReadAFileWhoseNameIsNotOfTheLettersAtoZ) {
+    EXPECT_EQ(icon(redFile("Größe — 図.png", 64, 64)).pixelColor(16, 16), QColor(Qt::red));
 }
 
 }  // namespace
