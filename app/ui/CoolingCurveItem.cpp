@@ -3,7 +3,6 @@
 #include <QLinearGradient>
 #include <QPainter>
 #include <QPen>
-#include <algorithm>
 #include <cmath>
 
 #include "app/menu/ChartGeometry.h"
@@ -39,6 +38,7 @@ void CoolingCurveItem::paint(QPainter* painter) {
     if (!profile || tMax_ <= tMin_ || !area().isValid()) {
         return;
     }
+    painter->setClipRect(boundingRect());
     painter->translate(area().topLeft());
     drawGuide(*painter);
     drawCurve(*painter, *profile);
@@ -65,11 +65,10 @@ void CoolingCurveItem::drawCurve(QPainter& painter, CoolingProfile::Kind profile
 void CoolingCurveItem::drawMarker(QPainter& painter, CoolingProfile::Kind profile) const {
     bool isKnown = false;
     const double temp = currentTemp_.toDouble(&isKnown);
-    if (!isKnown || std::isnan(temp)) {
+    if (!isKnown || !std::isfinite(temp)) {
         return;
     }
-    const auto [x, y] = coolingCurveMarker(profile, std::clamp(temp, tMin_, tMax_), tMin_, tMax_,
-                                           area().width(), area().height());
+    const auto [x, y] = coolingCurveMarker(profile, temp, tMin_, tMax_, area().width(), area().height());
     painter.setPen(QPen(fainter(primaryColor_, markerOpacity), 1));
     painter.drawLine(QPointF(x, 0), QPointF(x, area().height()));
     painter.setPen(Qt::NoPen);

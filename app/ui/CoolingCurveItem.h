@@ -17,7 +17,7 @@ class CoolingCurveItem : public QQuickPaintedItem {
 
     /// A profile's raw value; nothing is drawn for any other text.
     Q_PROPERTY(QString kind MEMBER kind_ NOTIFY changed)
-    /// °C; undefined when it is not known. Beyond the range it is marked at the range's end.
+    /// °C; undefined when it is not known. Beyond the range it is not marked.
     Q_PROPERTY(QVariant currentTemp MEMBER currentTemp_ NOTIFY changed)
     /// Of the curve.
     Q_PROPERTY(QColor color MEMBER color_ NOTIFY changed)

@@ -55,11 +55,17 @@ TEST_F(ChartsTest, ACoolingCurveMarksTheTemperature) {
     EXPECT_GT(redPixels(with), redPixels(without) + 10);  // the dot
 }
 
-TEST_F(ChartsTest, ATemperatureBeyondTheRangeIsMarkedAtItsEnd) {
-    loadCurve("kind: 'max'; currentTemp: 20");
-    const QImage cold = picture();
-    loadCurve("kind: 'max'; currentTemp: 35");
-    EXPECT_EQ(cold, picture());
+TEST_F(ChartsTest, ATemperatureBeyondTheRangeIsNotMarked) {
+    loadCurve("kind: 'max'");
+    const QImage without = picture();
+    for (const char* temp : {"28", "102", "1e300", "-Infinity", "NaN"}) {
+        loadCurve(std::string("kind: 'max'; currentTemp: ") + temp);
+        EXPECT_EQ(without, picture()) << temp;
+    }
+    for (const char* temp : {"35", "95"}) {
+        loadCurve(std::string("kind: 'max'; currentTemp: ") + temp);
+        EXPECT_NE(without, picture()) << temp;
+    }
 }
 
 TEST_F(ChartsTest, NothingIsDrawnForAnUnknownProfile) {
