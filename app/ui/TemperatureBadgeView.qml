@@ -44,6 +44,17 @@ Rectangle {
                 Accessible.name: "CPU " + text
             }
 
+            // The word's colour is one that can be read; this is the exact one.
+            Rectangle {
+                Layout.alignment: Qt.AlignBaseline
+                baselineOffset: height + 1
+                color: view.heat
+                implicitHeight: 8
+                implicitWidth: 8
+                objectName: "temperatureDot"
+                radius: 4
+            }
+
             BodyText {
                 Layout.alignment: Qt.AlignBaseline
                 color: Theme.roleTextColor(view.temperature.colorRole)

@@ -73,7 +73,8 @@ QtObject {
         }
     }
 
-    // The same as a colour of letters, which have to be read.
+    // The same as a colour of letters, which have to be read. Where the very colour matters, as it does for a temperature,
+    // it is there as a dot or a line beside them.
     function roleTextColor(role: string): color {
         switch (role) {
         case "blue":

@@ -1,3 +1,5 @@
+#include <QColor>
+
 #include "tests/app/ui/PanelTest.h"
 
 namespace corvane {
@@ -54,6 +56,10 @@ TEST_F(PanelNotices, ShowTheTemperatureInAWordAndAColour) {
         EXPECT_EQ(text("temperature"), std::to_string(static_cast<int>(celsius)) + "°");
         EXPECT_EQ(text("temperatureWord"), word) << celsius;
         EXPECT_EQ(machine.temperature->colorRole().toStdString(), role) << celsius;
+        if (std::string(role) == "lime") {
+            EXPECT_EQ(item("temperatureDot").property("color").value<QColor>(),
+                      QColor::fromRgbF(0.7F, 0.8F, 0.2F));
+        }
     }
     EXPECT_TRUE(isShown("trend"));
     EXPECT_EQ(item("trend").property("values").value<QList<double>>(), fan().tempTrend());
