@@ -63,9 +63,13 @@ void MenuState::followModels() {
     for (const auto signal : {&FanController::fansEnabledChanged, &FanController::coolingModeChanged,
                               &FanController::coolingProfileChanged, &FanController::manualPercentChanged,
                               &FanController::triggerProfileChanged, &FanController::autoEngagedChanged,
-                              &FanController::autoFloorChanged, &FanController::boostDurationChanged}) {
+                              &FanController::autoFloorChanged, &FanController::boostDurationChanged,
+                              &FanController::effectivePercentChanged}) {
         connect(&fan(), signal, this, &MenuState::coolingTextsChanged);
     }
+
+    connect(this, &MenuState::availableDrivesChanged, this, &MenuState::addableDrivesChanged);
+    connect(&manager().drives(), &DriveManager::drivesChanged, this, &MenuState::addableDrivesChanged);
 }
 
 // The panel.
@@ -182,6 +186,15 @@ void MenuState::answerLidWarning(bool accepted) {
 
 void MenuState::refreshDrives() {
     availableDrives_ = manager().drives().availableDrives();
+}
+
+QList<DriveItem> MenuState::addableDrives() const {
+    const QList<DriveItem> chosen = manager().drives().drives();
+    QList<DriveItem> addable = availableDrives_;
+    addable.removeIf([&chosen](const DriveItem& drive) {
+        return std::ranges::find(chosen, drive.path, &DriveItem::path) != chosen.end();
+    });
+    return addable;
 }
 
 void MenuState::refreshDriveRows() {

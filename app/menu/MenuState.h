@@ -53,6 +53,8 @@ class MenuState final : public QObject {
                    showingCustomPickerChanged)
     /// Percent. Setting it is a step of a drag: it is applied when the slider rests.
     Q_PROPERTY(double manualSlider READ manualSlider WRITE setManualSlider NOTIFY manualSliderChanged)
+    /// "60%".
+    Q_PROPERTY(QString manualSliderText READ manualSliderText NOTIFY manualSliderChanged)
     Q_PROPERTY(bool loginChoiceMade READ loginChoiceMade NOTIFY loginChoiceMadeChanged)
     Q_PROPERTY(bool loginOn READ loginOn NOTIFY loginOnChanged)
     Q_PROPERTY(bool expandAwake READ expandAwake WRITE setExpandAwake NOTIFY expandAwakeChanged)
@@ -84,11 +86,16 @@ class MenuState final : public QObject {
     Q_PROPERTY(QString autoStatusText READ autoStatusText NOTIFY coolingTextsChanged)
     /// What the user's profile does.
     Q_PROPERTY(QString profileBlurb READ profileBlurb NOTIFY coolingTextsChanged)
+    /// What the firmware makes of the fans while it has them because of heat.
+    Q_PROPERTY(QString thermalWarning READ thermalWarning NOTIFY coolingTextsChanged)
 
-    /// The chosen drives.
+    /// The chosen drives. One is there while something is mounted at its path: the folder that some systems
+    /// leave behind at the path of a drive that is gone does not count.
     Q_PROPERTY(QList<corvane::DriveRow> driveRows READ driveRows NOTIFY driveRowsChanged)
-    /// The drives there are to choose from.
+    /// The external drives there are, chosen or not.
     Q_PROPERTY(QList<corvane::DriveItem> availableDrives READ availableDrives NOTIFY availableDrivesChanged)
+    /// Those of them that are not chosen.
+    Q_PROPERTY(QList<corvane::DriveItem> addableDrives READ addableDrives NOTIFY addableDrivesChanged)
 
     Q_PROPERTY(bool canShowSettings READ canShowSettings CONSTANT)
     Q_PROPERTY(bool canShowGuide READ canShowGuide CONSTANT)
@@ -117,6 +124,7 @@ public:
     [[nodiscard]] double manualSlider() const { return manualSlider_; }
     /// Kept within 0...100; NaN is passed over.
     void setManualSlider(double percent);
+    [[nodiscard]] QString manualSliderText() const;
     [[nodiscard]] bool loginChoiceMade() const { return loginChoiceMade_; }
     [[nodiscard]] bool loginOn() const { return loginOn_; }
     [[nodiscard]] bool expandAwake() const { return expandAwake_; }
@@ -146,9 +154,11 @@ public:
     [[nodiscard]] QString fanProfileName() const;
     [[nodiscard]] QString autoStatusText() const;
     [[nodiscard]] QString profileBlurb() const;
+    [[nodiscard]] QString thermalWarning() const;
 
     [[nodiscard]] QList<DriveRow> driveRows() const { return driveRows_; }
     [[nodiscard]] QList<DriveItem> availableDrives() const { return availableDrives_; }
+    [[nodiscard]] QList<DriveItem> addableDrives() const;
 
     [[nodiscard]] bool canShowSettings() const { return static_cast<bool>(services_.showSettings); }
     [[nodiscard]] bool canShowGuide() const { return static_cast<bool>(services_.showGuide); }
@@ -187,9 +197,6 @@ public:
     Q_INVOKABLE void showGuide();
     Q_INVOKABLE void quit();
 
-    /// What the profile of this raw value is called; empty for any other text.
-    [[nodiscard]] Q_INVOKABLE QString profileName(const QString& rawValue) const;
-
     /// The language has changed: announces the texts.
     Q_SLOT void retranslate();
 
@@ -212,6 +219,7 @@ Q_SIGNALS:
     void coolingTextsChanged();
     void driveRowsChanged();
     void availableDrivesChanged();
+    void addableDrivesChanged();
 
 private:
     /// What a chip did: the session ends at `end` because `seconds` were chosen.

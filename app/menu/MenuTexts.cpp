@@ -56,11 +56,6 @@ QString MenuState::fanProfileName() const {
     return trigger ? QString::fromUtf8(ProfileTexts::name(*trigger, services_.lang)) : QString();
 }
 
-QString MenuState::profileName(const QString& rawValue) const {
-    const auto kind = CoolingProfile::fromRawValue(rawValue.toStdString());
-    return kind ? QString::fromUtf8(ProfileTexts::name(*kind, services_.lang)) : QString();
-}
-
 QString MenuState::profileBlurb() const {
     return QString::fromUtf8(ProfileTexts::blurb(fan().coolingProfile(), services_.lang));
 }
@@ -73,6 +68,16 @@ QString MenuState::autoStatusText() const {
     }
     const char* text = lang.text("Aktiv · Lüfterboden {:.0f} %", "Active · floor {:.0f} %");
     return QString::fromStdString(fmt::format(fmt::runtime(text), fan().autoFloor()));
+}
+
+QString MenuState::thermalWarning() const {
+    const char* text = services_.lang.text("Mac übernimmt — Lüfter auf {:.0f}% wegen Hitze",
+                                           "Mac takes over — fans at {:.0f}% due to heat");
+    return QString::fromStdString(fmt::format(fmt::runtime(text), fan().effectivePercent()));
+}
+
+QString MenuState::manualSliderText() const {
+    return QString::fromStdString(fmt::format("{:.0f}%", manualSlider()));
 }
 
 void MenuState::retranslate() {

@@ -10,6 +10,8 @@ T.Popup {
 
     required property InstalledApplicationsModel applications
 
+    readonly property KeyboardReturn keyboard: KeyboardReturn {}
+
     signal chosen(string identifier, string name)
 
     function choose() {
@@ -30,9 +32,11 @@ T.Popup {
     width: Math.min(348, (parent ? parent.width : 348) - 2 * Theme.spaceLarge)
 
     onAboutToShow: {
+        keyboard.keep(parent.Window.activeFocusItem);
         search.clear();
         applications.load();
     }
+    onClosed: keyboard.giveBack()
     onOpened: search.forceActiveFocus(Qt.TabFocusReason)
 
     T.Overlay.modal: Rectangle {
@@ -78,7 +82,7 @@ T.Popup {
             objectName: "applicationList"
 
             Accessible.role: Accessible.List
-            Accessible.name: Lang.isGerman ? "Apps" : "Apps"
+            Accessible.name: "Apps"
 
             Keys.onEnterPressed: picker.choose()
             Keys.onReturnPressed: picker.choose()

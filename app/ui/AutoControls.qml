@@ -8,17 +8,26 @@ ColumnLayout {
 
     required property FanController fan
     required property MenuState menu
-    readonly property var kinds: ["silent", "balanced", "max"]
 
     spacing: Theme.spaceSmall
 
     SegmentedControl {
         Layout.fillWidth: true
         accessibleName: Lang.isGerman ? "Kühlprofil" : "Cooling profile"
-        model: controls.kinds.map(kind => ({
-                    label: controls.menu.profileName(kind),
-                    value: kind
-                }))
+        model: [
+            {
+                label: Lang.isGerman ? "Leise" : "Silent",
+                value: "silent"
+            },
+            {
+                label: Lang.isGerman ? "Ausgewogen" : "Balanced",
+                value: "balanced"
+            },
+            {
+                label: "Max",
+                value: "max"
+            }
+        ]
         objectName: "coolingProfile"
         value: controls.fan.coolingProfile
 

@@ -22,6 +22,18 @@ FeatureSection {
     onSetOn: on => triggers.automationEnabled = on
 
     content: ColumnLayout {
+        id: body
+
+        // What a row shows while it goes.
+        property triggerApp nothing
+
+        // The keyboard goes on to the next rule.
+        function remove(index: int, reason: int) {
+            section.triggers.removeApp(section.triggers.apps[index]);
+            const next = rules.itemAt(index) as RuleRow;
+            (next ? next.removeButton : chooseApp).forceActiveFocus(reason);
+        }
+
         spacing: Theme.spaceSmall
 
         SwitchRow {
@@ -40,17 +52,19 @@ FeatureSection {
             onSetOn: on => section.triggers.keepAwakeOnExternalDisplay = on
         }
 
+        // By their number: a change of one makes none of them anew, which would take the keyboard from it.
         Repeater {
-            model: section.triggers.apps
+            id: rules
+
+            model: section.triggers.apps.length
 
             RuleRow {
-                required property triggerApp modelData
+                required property int index
 
-                app: modelData
-                menu: section.menu
+                app: section.triggers.apps[index] ?? body.nothing
 
-                onCooled: cooling => section.triggers.setCooling(modelData, cooling)
-                onRemoved: section.triggers.removeApp(modelData)
+                onCooled: cooling => section.triggers.setCooling(app, cooling)
+                onRemoved: body.remove(index, removeButton.focusReason)
             }
         }
 
@@ -62,6 +76,8 @@ FeatureSection {
         }
 
         PanelButton {
+            id: chooseApp
+
             // Its symbol stands under those above.
             Layout.leftMargin: -leftPadding
             objectName: "chooseApp"

@@ -3,7 +3,8 @@ import QtQuick
 import QtQuick.Templates as T
 import Corvane
 
-// A button that opens a menu of values. The line of `value` is checked; leave it out when nothing is chosen yet.
+// A button that opens a menu of values, if there are any. The line of `value` is checked; leave it out when nothing is
+// chosen yet.
 PanelButton {
     id: control
 
@@ -11,17 +12,29 @@ PanelButton {
     required property var items
     property var value
 
+    readonly property KeyboardReturn keyboard: KeyboardReturn {}
+
     signal chosen(var value)
     // The menu is about to be seen.
     signal opening
 
     function open() {
         opening();
-        menu.open();
+        if (enabled)
+            menu.open();
     }
+
+    enabled: items.length > 0
 
     Keys.onDownPressed: open()
     onClicked: open()
+
+    // What opens is an item of the menu's own.
+    Binding {
+        property: "name"
+        target: menu.contentItem.parent.Accessible
+        value: control.text
+    }
 
     T.Menu {
         id: menu
@@ -32,6 +45,8 @@ PanelButton {
         padding: Theme.spaceTiny
         y: control.height + Theme.spaceTiny
 
+        onAboutToShow: control.keyboard.keep(control)
+        onClosed: control.keyboard.giveBack()
         onOpened: currentIndex = 0
 
         Repeater {

@@ -7,6 +7,7 @@ RowLayout {
     id: view
 
     required property driveRow row
+    readonly property alias removeButton: remove
 
     signal removed
 
@@ -30,6 +31,8 @@ RowLayout {
     }
 
     IconButton {
+        id: remove
+
         objectName: "removeDrive"
         symbol: "minus.circle.fill"
         text: (Lang.isGerman ? "%1 entfernen" : "Remove %1").arg(view.row.drive.name)

@@ -19,21 +19,44 @@ FeatureSection {
     onSetOn: on => drives.enabled = on
 
     content: ColumnLayout {
+        id: body
+
+        // What a row shows while it goes.
+        property driveRow nothing
+
+        // The keyboard goes on to the next drive.
+        function remove(index: int, reason: int) {
+            section.drives.remove(section.menu.driveRows[index].drive);
+            const next = rows.itemAt(index) as DriveRowView;
+            if (next)
+                next.removeButton.forceActiveFocus(reason);
+            else
+                leave(addDrive, reason);
+        }
+
+        // From a control that may have nothing left to do.
+        function leave(control: Item, reason: int) {
+            (control.enabled ? control : control.nextItemInFocusChain()).forceActiveFocus(reason);
+        }
+
         spacing: Theme.spaceSmall
 
         CaptionText {
             text: Lang.isGerman ? "Hält externe Laufwerke wach, solange der Schalter an ist — per kurzem Lesezugriff im gewählten Takt. Nur lesend, pairt mit Zugeklappt-wach." : "Keeps external drives awake while the switch is on — a short read at the chosen interval. Read-only, pairs with closed-lid."
         }
 
+        // By their number: a change of one makes none of them anew, which would take the keyboard from it.
         Repeater {
-            model: section.menu.driveRows
+            id: rows
+
+            model: section.menu.driveRows.length
 
             DriveRowView {
-                required property driveRow modelData
+                required property int index
 
-                row: modelData
+                row: section.menu.driveRows[index] ?? body.nothing
 
-                onRemoved: section.drives.remove(modelData.drive)
+                onRemoved: body.remove(index, removeButton.focusReason)
             }
         }
 
@@ -44,9 +67,11 @@ FeatureSection {
         }
 
         ChoiceMenu {
+            id: addDrive
+
             // Its symbol stands under those above.
             Layout.leftMargin: -leftPadding
-            items: Array.from(section.menu.availableDrives, drive => ({
+            items: Array.from(section.menu.addableDrives, drive => ({
                         label: drive.name,
                         value: drive
                     }))
@@ -54,7 +79,11 @@ FeatureSection {
             symbol: "plus.circle"
             text: Lang.isGerman ? "Laufwerk hinzufügen…" : "Add drive…"
 
-            onChosen: drive => section.drives.add(drive)
+            onChosen: drive => {
+                section.drives.add(drive);
+                if (!enabled)
+                    body.leave(addDrive, keyboard.reason);
+            }
             onOpening: section.menu.refreshDrives()
         }
 

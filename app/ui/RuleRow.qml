@@ -7,7 +7,7 @@ RowLayout {
     id: row
 
     required property triggerApp app
-    required property MenuState menu
+    readonly property alias removeButton: remove
 
     signal cooled(string cooling)
     signal removed
@@ -28,7 +28,8 @@ RowLayout {
     }
 
     ChoiceMenu {
-        readonly property string choice: row.app.cooling === "" ? items[0].label : row.menu.profileName(row.app.cooling)
+        readonly property var item: items.find(item => item.value === row.app.cooling)
+        readonly property string choice: item.name ?? item.label
 
         items: [
             {
@@ -37,14 +38,17 @@ RowLayout {
             },
             {
                 label: Lang.isGerman ? "Kühlen: Leise" : "Cool: Silent",
+                name: Lang.isGerman ? "Leise" : "Silent",
                 value: "silent"
             },
             {
                 label: Lang.isGerman ? "Kühlen: Ausgewogen" : "Cool: Balanced",
+                name: Lang.isGerman ? "Ausgewogen" : "Balanced",
                 value: "balanced"
             },
             {
                 label: Lang.isGerman ? "Kühlen: Max" : "Cool: Max",
+                name: "Max",
                 value: "max"
             }
         ]
@@ -59,6 +63,8 @@ RowLayout {
     }
 
     IconButton {
+        id: remove
+
         objectName: "removeRule"
         symbol: "minus.circle.fill"
         text: (Lang.isGerman ? "%1 entfernen" : "Remove %1").arg(row.app.name)

@@ -75,6 +75,24 @@ TEST_F(MenuDrives, NoticesWhileThePanelIsShownWhatThereIsToOffer) {
     EXPECT_THAT(menu().availableDrives(), ElementsAre(films));
 }
 
+TEST_F(MenuDrives, OffersToAddWhatIsNotChosen) {
+    machine.volumes.setMounted({volumeOf(films), volumeOf(backup)});
+    menu().refreshDrives();
+    EXPECT_THAT(menu().addableDrives(), ElementsAre(backup, films));
+    SignalCount changes(menu(), &MenuState::addableDrivesChanged);
+    manager().drives().add({.path = backup.path, .name = "Its name of another day"});
+    EXPECT_GE(changes.take(), 1);
+    EXPECT_THAT(menu().addableDrives(), ElementsAre(films));
+    EXPECT_THAT(menu().availableDrives(), ElementsAre(backup, films));
+    machine.volumes.setMounted({volumeOf(backup)});
+    menu().refreshDrives();
+    EXPECT_GE(changes.take(), 1);
+    EXPECT_THAT(menu().addableDrives(), IsEmpty());
+    manager().drives().remove(backup);
+    EXPECT_GE(changes.take(), 1);
+    EXPECT_THAT(menu().addableDrives(), ElementsAre(backup));
+}
+
 TEST_F(MenuDrives, AnnouncesJustChanges) {
     manager().drives().add(backup);
     menu().panelAppeared();

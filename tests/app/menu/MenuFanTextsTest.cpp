@@ -11,22 +11,9 @@ protected:
         EXPECT_EQ((menu().*text)().toStdString(), german);
         machine.defaults.remove(Lang::setting);
     }
-    std::string nameOf(const char* rawValue) { return menu().profileName(rawValue).toStdString(); }
 };
 
 // Profiles
-
-TEST_F(MenuFanTexts, NamesEachProfile) {
-    EXPECT_EQ(nameOf("silent"), "Silent");
-    EXPECT_EQ(nameOf("balanced"), "Balanced");
-    EXPECT_EQ(nameOf("max"), "Max");
-    EXPECT_EQ(nameOf("Max"), "");
-    EXPECT_EQ(nameOf(""), "");
-    machine.speakGerman();
-    EXPECT_EQ(nameOf("silent"), "Leise");
-    EXPECT_EQ(nameOf("balanced"), "Ausgewogen");
-    EXPECT_EQ(nameOf("max"), "Max");
-}
 
 TEST_F(MenuFanTexts, SaysWhatTheChosenProfileDoes) {
     fan().setCoolingProfile(Profile::silent);
@@ -43,8 +30,12 @@ TEST_F(MenuFanTexts, SaysWhatTheChosenProfileDoes) {
 
 TEST_F(MenuFanTexts, NamesTheAutomationsProfile) {
     EXPECT_EQ(menu().fanProfileName(), "");
+    fan().requestCooling(Profile::silent, "test");
+    expectInBoth(&MenuState::fanProfileName, "Leise", "Silent");
     fan().requestCooling(Profile::balanced, "test");
     expectInBoth(&MenuState::fanProfileName, "Ausgewogen", "Balanced");
+    fan().requestCooling(Profile::max, "test");
+    expectInBoth(&MenuState::fanProfileName, "Max", "Max");
     fan().requestCooling(std::nullopt, "test");
     EXPECT_EQ(menu().fanProfileName(), "");
 }
@@ -79,6 +70,25 @@ TEST_F(MenuFanTexts, SaysTheFloorAsAWholeNumber) {
     EXPECT_EQ(menu().autoStatusText().toStdString(), "Active · floor 62 %") << "as printf rounds it";
     fan().setManualFloor(62.6);
     EXPECT_EQ(menu().autoStatusText().toStdString(), "Active · floor 63 %");
+}
+
+// Manual mode
+
+TEST_F(MenuFanTexts, SaysTheStrengthAsAWholeNumber) {
+    EXPECT_EQ(menu().manualSliderText(), "100%");
+    menu().setManualSlider(62.5);
+    EXPECT_EQ(menu().manualSliderText(), "62%") << "as printf rounds it";
+    menu().setManualSlider(62.6);
+    EXPECT_EQ(menu().manualSliderText(), "63%");
+}
+
+TEST_F(MenuFanTexts, SaysAsAWholeNumberHowHardTheFirmwareCools) {
+    switchOnManually();
+    fan().setManualFloor(62.5);
+    machine.advance(2s);
+    ASSERT_EQ(fan().effectivePercent(), 62.5);
+    expectInBoth(&MenuState::thermalWarning, "Mac übernimmt — Lüfter auf 62% wegen Hitze",
+                 "Mac takes over — fans at 62% due to heat");
 }
 
 // The automation and the user
@@ -134,6 +144,9 @@ TEST_F(MenuFanTexts, AreAnnouncedWithWhateverChangesThem) {
     expectAnnounced("the mode");
     fan().setManualFloor(30);
     expectAnnounced("the floor");
+    fan().requestCooling(std::nullopt, "test");
+    machine.advance(2s);
+    static_cast<void>(changes.take());
     machine.heatTo(80);
     expectAnnounced("heat");
     menu().retranslate();

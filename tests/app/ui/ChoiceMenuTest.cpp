@@ -11,8 +11,9 @@ protected:
     ChoiceMenuTest() {
         load(
             "ChoiceMenu { objectName: 'menu'; text: 'Add drive…'; symbol: 'plus.circle'; x: 20; y: 20;"
-            " items: [{label: 'Backup', value: 'a'}, {label: 'Media', value: 'b'}]; value: test.state1;"
-            " onChosen: value => test.ask(value); onOpening: test.ask('opening') }",
+            " items: test.state2 ?? [{label: 'Backup', value: 'a'}, {label: 'Media', value: 'b'}];"
+            " value: test.state1; onChosen: value => test.ask(value);"
+            " onOpening: { test.ask('opening'); if (test.state1 === 'gone') test.state2 = []; } }",
             "b");
     }
 
@@ -24,6 +25,16 @@ protected:
             }
         });
         return lines;
+    }
+    /// What a screen reader takes for the open menu.
+    QAccessibleInterface* openPopup() {
+        QAccessibleInterface* view = QAccessible::queryAccessibleInterface(window.get());
+        for (int index = 0; index < view->childCount(); ++index) {
+            if (view->child(index)->role() == QAccessible::PopupMenu) {
+                return view->child(index);
+            }
+        }
+        return nullptr;
     }
     void openMenu() {
         click("menu");
@@ -75,6 +86,28 @@ TEST_F(ChoiceMenuTest, IsHeardAsAMenuOfNamedLines) {
     lines()[0]->setObjectName("line");
     EXPECT_EQ(accessible("line").role(), QAccessible::MenuItem);
     EXPECT_EQ(accessibleName("line"), "Backup");
+    QAccessibleInterface* popup = openPopup();
+    ASSERT_NE(popup, nullptr);
+    EXPECT_EQ(popup->text(QAccessible::Name), "Add drive…");
+}
+
+TEST_F(ChoiceMenuTest, IsDisabledWhileThereIsNothingToChoose) {
+    setProperty("state2", QVariantList{});
+    EXPECT_FALSE(item("menu").isEnabled());
+    click("menu");
+    press(Qt::Key_Tab);
+    press(Qt::Key_Down);
+    EXPECT_THAT(asked(), IsEmpty());
+    EXPECT_THAT(lines(), IsEmpty());
+    setProperty("state2", QVariant());
+    EXPECT_TRUE(item("menu").isEnabled());
+}
+
+TEST_F(ChoiceMenuTest, StaysClosedWhenWhatThereWasToChooseIsGone) {
+    setProperty("state1", "gone");
+    click("menu");
+    EXPECT_THAT(asked(), ElementsAre("opening"));
+    EXPECT_THAT(lines(), IsEmpty());
 }
 
 }  // namespace

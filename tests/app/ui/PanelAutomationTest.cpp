@@ -24,6 +24,25 @@ protected:
         click("chooseApp");
         waitForPopups();
     }
+    void openThreeRules() {
+        openSection();
+        for (const char* name : {"A", "B", "C"}) {
+            triggers().addApp({QString(name).toLower(), name, std::nullopt});
+        }
+        settle();
+    }
+    /// Gives the keyboard to a control of a rule, as Tab does.
+    void focusIn(int rule, const QString& control) {
+        allShown(control).at(static_cast<std::size_t>(rule))->forceActiveFocus(Qt::TabFocusReason);
+        settle();
+    }
+    std::vector<std::string> shownRules() {
+        std::vector<std::string> names;
+        for (const QQuickItem* name : allShown("ruleName")) {
+            names.push_back(name->property("text").toString().toStdString());
+        }
+        return names;
+    }
     /// The middle of a row of the picker's list.
     QPoint rowPlace(int row) {
         QQuickItem& list = item("applicationList");
@@ -108,6 +127,64 @@ TEST_F(PanelAutomation, RemovesARule) {
     EXPECT_FALSE(isShown("ruleName"));
 }
 
+TEST_F(PanelAutomation, SaysWhatARuleAsksForInTheLanguageOfTheMoment) {
+    openSection();
+    triggers().addApp({"org.example.render", "Render", CoolingProfile::Kind::silent});
+    settle();
+    EXPECT_EQ(text("ruleAction"), "Silent");
+    machine.speak("de");
+    settle();
+    EXPECT_EQ(text("ruleAction"), "Leise");
+    triggers().setCooling(std::nullopt, triggers().apps().front());
+    settle();
+    EXPECT_EQ(text("ruleAction"), "Nur wach halten");
+}
+
+TEST_F(PanelAutomation, LeavesTheKeyboardAtTheRuleThatIsChanged) {
+    openThreeRules();
+    focusIn(1, "ruleAction");
+    QQuickItem* action = focused();
+    press(Qt::Key_Down);
+    waitForPopups();
+    press(Qt::Key_Down);
+    press(Qt::Key_Return);
+    waitForPopups();
+    EXPECT_EQ(triggers().apps().at(1).cooling, CoolingProfile::Kind::silent);
+    EXPECT_EQ(focused(), action);
+    EXPECT_EQ(action->property("text"), "Silent");
+    EXPECT_TRUE(action->property("visualFocus").toBool());
+}
+
+TEST_F(PanelAutomation, LeadsTheKeyboardFromARuleThatIsRemovedToTheNext) {
+    openThreeRules();
+    focusIn(1, "removeRule");
+    press(Qt::Key_Space);
+    EXPECT_THAT(rules(), ElementsAre("a", "c"));
+    ASSERT_NE(focused(), nullptr);
+    EXPECT_EQ(focused()->property("text"), "Remove C");
+    EXPECT_TRUE(focused()->property("visualFocus").toBool());
+    press(Qt::Key_Space);
+    EXPECT_THAT(rules(), ElementsAre("a"));
+    ASSERT_NE(focused(), nullptr);
+    EXPECT_EQ(focused()->objectName(), "chooseApp");
+}
+
+TEST_F(PanelAutomation, ShowsEachRuleOnceWhicheverIsRemoved) {
+    openThreeRules();
+    const QStringList warnings = warningsOf([&] {
+        triggers().removeApp(triggers().apps().front());
+        settle();
+        EXPECT_THAT(shownRules(), ElementsAre("B", "C"));
+        triggers().addApp({"d", "D", std::nullopt});
+        settle();
+        EXPECT_THAT(shownRules(), ElementsAre("B", "C", "D"));
+        triggers().removeApp(triggers().apps().back());
+        settle();
+        EXPECT_THAT(shownRules(), ElementsAre("B", "C"));
+    });
+    EXPECT_EQ(warnings.join('\n').toStdString(), "");
+}
+
 TEST_F(PanelAutomation, AddsAnApplicationThatIsPicked) {
     openPicker();
     EXPECT_TRUE(isShown("applicationList"));
@@ -119,6 +196,22 @@ TEST_F(PanelAutomation, AddsAnApplicationThatIsPicked) {
     EXPECT_THAT(rules(), ElementsAre("org.example.aether"));
     EXPECT_EQ(triggers().apps().front().cooling, std::nullopt);
     EXPECT_FALSE(isShown("applicationList"));
+}
+
+TEST_F(PanelAutomation, GivesTheKeyboardBackAfterThePick) {
+    openSection();
+    for (const Qt::Key key : {Qt::Key_Escape, Qt::Key_Return}) {
+        item("chooseApp").forceActiveFocus(Qt::TabFocusReason);
+        press(Qt::Key_Space);
+        waitForPopups();
+        ASSERT_EQ(focused()->objectName(), "applicationSearch");
+        press(key);
+        waitForPopups();
+        ASSERT_NE(focused(), nullptr);
+        EXPECT_EQ(focused()->objectName(), "chooseApp");
+        EXPECT_TRUE(item("chooseApp").property("visualFocus").toBool());
+    }
+    EXPECT_THAT(rules(), ElementsAre("org.example.aether"));
 }
 
 TEST_F(PanelAutomation, FindsAnApplicationByItsName) {

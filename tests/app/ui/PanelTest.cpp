@@ -4,6 +4,7 @@
 #include <QQmlError>
 #include <QUrl>
 #include <QVariantMap>
+#include <algorithm>
 
 #include "app/ui/prepareEngine.h"
 #include "tests/app/ui/GuiApplication.h"
@@ -16,6 +17,14 @@ template <typename Object>
 QVariant asProperty(Object& object) {
     QJSEngine::setObjectOwnership(&object, QJSEngine::CppOwnership);
     return QVariant::fromValue(&object);
+}
+
+QStringList heardWarnings;
+
+void hearWarning(QtMsgType type, const QMessageLogContext& /*where*/, const QString& text) {
+    if (type != QtDebugMsg && type != QtInfoMsg) {
+        heardWarnings.append(text);
+    }
 }
 
 }  // namespace
@@ -49,6 +58,25 @@ void PanelTest::show(double availableHeight) {
     window->requestActivate();
     ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
     settle();
+}
+
+std::vector<QQuickItem*> PanelTest::allShown(const QString& name) {
+    std::vector<QQuickItem*> items;
+    forEachShown(*window->contentItem(), [&](QQuickItem& each) {
+        if (each.objectName() == name) {
+            items.push_back(&each);
+        }
+    });
+    std::ranges::sort(items, {}, [](const QQuickItem* each) { return each->mapToScene({0, 0}).y(); });
+    return items;
+}
+
+QStringList PanelTest::warningsOf(const std::function<void()>& action) {
+    heardWarnings.clear();
+    const QtMessageHandler before = qInstallMessageHandler(hearWarning);
+    action();
+    qInstallMessageHandler(before);
+    return heardWarnings;
 }
 
 void PanelTest::clickAt(QPointF place, const QString& path) {

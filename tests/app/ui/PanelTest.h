@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QAccessible>
 #include <QKeyEvent>
 #include <QPoint>
 #include <QQuickItem>
@@ -8,8 +9,10 @@
 #include <QStringList>
 #include <QTest>
 #include <QVariant>
+#include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -45,9 +48,13 @@ protected:
 
     [[nodiscard]] QQuickItem& item(const QString& path) { return itemAt(*window->contentItem(), path); }
     [[nodiscard]] bool isShown(const QString& path) { return isShownAt(*window->contentItem(), path); }
+    /// Every item of this name that is seen, from top to bottom.
+    [[nodiscard]] std::vector<QQuickItem*> allShown(const QString& name);
     [[nodiscard]] std::string text(const QString& path) {
         return item(path).property("text").toString().toStdString();
     }
+    /// The item that has the keyboard.
+    [[nodiscard]] QQuickItem* focused() const { return window->activeFocusItem(); }
     [[nodiscard]] bool isOn(const QString& path) { return item(path).property("isOn").toBool(); }
 
     /// A click of the user's in the middle of the item, which is scrolled to first.
@@ -60,6 +67,9 @@ protected:
     }
     /// Pop-ups fade in and out; what follows waits for it.
     void waitForPopups();
+
+    /// What the views complain of while something is done.
+    [[nodiscard]] static QStringList warningsOf(const std::function<void()>& action);
 
     void type(const char* letters) {
         for (const char letter : std::string(letters)) {
