@@ -1,7 +1,6 @@
 #include "app/ui/CalendarMonth.h"
 
 #include <QTime>
-#include <algorithm>
 
 namespace corvane {
 
@@ -54,11 +53,6 @@ int CalendarMonth::selectedDay() const {
     return isShown(selected_.date()) ? selected_.date().day() : 0;
 }
 
-int CalendarMonth::earliestDay() const {
-    const QDate earliest = minimum_.isValid() ? std::max(minimum_.date(), firstDay_) : firstDay_;
-    return static_cast<int>(firstDay_.daysTo(earliest)) + 1;
-}
-
 bool CalendarMonth::isShown(QDate day) const {
     return firstOfMonth(day) == firstDay_;
 }
@@ -74,13 +68,6 @@ void CalendarMonth::setSelected(const QDateTime& time) {
     if (time.isValid() && selected_ != time) {
         selected_ = time.toLocalTime();
         firstDay_ = firstOfMonth(selected_.date());
-        Q_EMIT changed();
-    }
-}
-
-void CalendarMonth::setMinimum(const QDateTime& time) {
-    if (minimum_ != time) {
-        minimum_ = time.toLocalTime();
         Q_EMIT changed();
     }
 }
@@ -103,10 +90,6 @@ QDateTime CalendarMonth::later(int days, int months) const {
 
 QDateTime CalendarMonth::atTime(int hour, int minute) const {
     return {selected_.date(), QTime(hour, minute)};
-}
-
-bool CalendarMonth::isOffered(const QDateTime& time) const {
-    return !minimum_.isValid() || time.toLocalTime().date() >= minimum_.date();
 }
 
 }  // namespace corvane

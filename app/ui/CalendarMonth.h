@@ -19,8 +19,6 @@ class CalendarMonth : public QObject {
     Q_PROPERTY(bool isGerman READ isGerman WRITE setGerman NOTIFY changed)
     /// The selected time. Its month is shown when it is set; an invalid one is passed over.
     Q_PROPERTY(QDateTime selected READ selected WRITE setSelected NOTIFY changed)
-    /// Days before this one's are not offered; invalid for none.
-    Q_PROPERTY(QDateTime minimum READ minimum WRITE setMinimum NOTIFY changed)
     /// Such as "März 2026".
     Q_PROPERTY(QString title READ title NOTIFY changed)
     /// Of the columns; short.
@@ -31,25 +29,20 @@ class CalendarMonth : public QObject {
     Q_PROPERTY(int leadingDays READ leadingDays NOTIFY changed)
     /// 0 when the selected day is in another month.
     Q_PROPERTY(int selectedDay READ selectedDay NOTIFY changed)
-    /// The first day that is offered, which may be beyond the month's end.
-    Q_PROPERTY(int earliestDay READ earliestDay NOTIFY changed)
 
 public:
     explicit CalendarMonth(QObject* parent = nullptr);
 
     [[nodiscard]] bool isGerman() const { return isGerman_; }
     [[nodiscard]] QDateTime selected() const { return selected_; }
-    [[nodiscard]] QDateTime minimum() const { return minimum_; }
     [[nodiscard]] QString title() const;
     [[nodiscard]] QStringList weekdays() const;
     [[nodiscard]] QStringList days() const;
     [[nodiscard]] int leadingDays() const;
     [[nodiscard]] int selectedDay() const;
-    [[nodiscard]] int earliestDay() const;
 
     void setGerman(bool isGerman);
     void setSelected(const QDateTime& time);
-    void setMinimum(const QDateTime& time);
 
     /// Shows another month, so many later; fewer than zero are earlier.
     Q_INVOKABLE void showLater(int months);
@@ -62,8 +55,6 @@ public:
     Q_INVOKABLE [[nodiscard]] QDateTime later(int days, int months) const;
     /// The same day, at another time.
     Q_INVOKABLE [[nodiscard]] QDateTime atTime(int hour, int minute) const;
-    /// Whether its day is offered.
-    Q_INVOKABLE [[nodiscard]] bool isOffered(const QDateTime& time) const;
 
 Q_SIGNALS:
     void changed();
@@ -74,7 +65,6 @@ private:
 
     bool isGerman_ = false;
     QDateTime selected_;
-    QDateTime minimum_;
     /// Of the month that is shown.
     QDate firstDay_;
 };

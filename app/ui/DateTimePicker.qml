@@ -2,13 +2,11 @@ import QtQuick
 import QtQuick.Layouts
 import Corvane
 
-// A day in a month's grid, and a time of that day. It shows `value`; every choice is told with `chosen`. Days before
-// that of `minimum`, if there is one, cannot be chosen.
+// A day in a month's grid, and a time of that day. It shows `value`; every choice is told with `chosen`.
 ColumnLayout {
     id: picker
 
     required property date value
-    property date minimum
 
     signal chosen(date value)
 
@@ -18,7 +16,6 @@ ColumnLayout {
         id: month
 
         isGerman: Lang.isGerman
-        minimum: picker.minimum
         selected: picker.value
     }
 
@@ -66,10 +63,10 @@ ColumnLayout {
         TimeField {
             accessibleName: Lang.isGerman ? "Stunde" : "Hour"
             objectName: "hour"
+            shown: picker.value.getHours()
             to: 23
-            value: picker.value.getHours()
 
-            onValueModified: picker.chosen(month.atTime(value, picker.value.getMinutes()))
+            onChosen: value => picker.chosen(month.atTime(value, picker.value.getMinutes()))
         }
 
         BodyText {
@@ -80,10 +77,10 @@ ColumnLayout {
         TimeField {
             accessibleName: "Minute"
             objectName: "minute"
+            shown: picker.value.getMinutes()
             to: 59
-            value: picker.value.getMinutes()
 
-            onValueModified: picker.chosen(month.atTime(picker.value.getHours(), value))
+            onChosen: value => picker.chosen(month.atTime(picker.value.getHours(), value))
         }
     }
 }

@@ -22,7 +22,7 @@ ColumnLayout {
             Layout.fillWidth: false
             font.weight: Font.DemiBold
             objectName: "strength"
-            text: Math.round(controls.menu.manualSlider) + "%"
+            text: controls.menu.manualSliderText
         }
     }
 
@@ -31,11 +31,11 @@ ColumnLayout {
         accessibleName: Lang.isGerman ? "Feste Stärke" : "Fixed strength"
         from: 0
         objectName: "strengthSlider"
+        shown: controls.menu.manualSlider
         stepSize: 5
         to: 100
-        value: controls.menu.manualSlider
 
-        onMoved: controls.menu.manualSlider = value
+        onChosen: value => controls.menu.manualSlider = value
         onReleased: controls.menu.releaseSlider()
     }
 
@@ -71,5 +71,6 @@ ColumnLayout {
 
     ThermalWarning {
         fan: controls.fan
+        menu: controls.menu
     }
 }

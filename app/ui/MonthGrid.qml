@@ -15,9 +15,7 @@ Item {
     signal chosen(date value)
 
     function move(days: int, months: int) {
-        const time = month.later(days, months);
-        if (month.isOffered(time))
-            chosen(time);
+        chosen(month.later(days, months));
     }
 
     activeFocusOnTab: true
@@ -25,7 +23,8 @@ Item {
     implicitWidth: 7 * 32
 
     Accessible.role: Accessible.Table
-    Accessible.name: month.title
+    // The keyboard stays on the grid while the choice moves: the choice is what there is to hear.
+    Accessible.name: month.selectedDay > 0 ? month.days[month.selectedDay - 1] : month.title
     Accessible.focusable: true
 
     Keys.onDownPressed: move(7, 0)
@@ -63,7 +62,6 @@ Item {
             readonly property int day: index + 1
             readonly property int place: index + grid.month.leadingDays
 
-            enabled: day >= grid.month.earliestDay
             focusPolicy: Qt.NoFocus
             height: grid.cellHeight
             isChosen: day === grid.month.selectedDay
@@ -96,7 +94,6 @@ Item {
                 font.pixelSize: Theme.bodySize - 1
                 font.weight: cell.isChosen ? Font.DemiBold : Font.Normal
                 horizontalAlignment: Text.AlignHCenter
-                opacity: cell.enabled ? 1 : Theme.disabledOpacity
                 text: cell.text
                 textFormat: Text.PlainText
                 verticalAlignment: Text.AlignVCenter

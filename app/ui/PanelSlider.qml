@@ -2,17 +2,24 @@ import QtQuick
 import QtQuick.Templates as T
 import Corvane
 
-// A slider. `moved` is each step of the user's, with the new `value`; `released` comes when mouse or key let go.
+// A slider. It shows `shown`; each step of the user's, whichever way it was made, asks with `chosen`. `released` comes
+// when mouse or key let go.
 T.Slider {
     id: control
 
     required property string accessibleName
+    required property real shown
 
     // Under the names that assistive technologies ask for.
     readonly property real minimumValue: from
     readonly property real maximumValue: to
 
+    signal chosen(real value)
     signal released
+
+    function nearestStep(value: real): real {
+        return from + Math.round((value - from) / stepSize) * stepSize;
+    }
 
     implicitWidth: 200
     implicitHeight: Theme.controlHeight
@@ -20,12 +27,20 @@ T.Slider {
     opacity: enabled ? 1 : Theme.disabledOpacity
     padding: 0
     snapMode: T.Slider.SnapAlways
+    value: shown
 
     Accessible.name: accessibleName
 
     onPressedChanged: {
         if (!pressed)
             released();
+    }
+    // Assistive technologies set it, and nothing else tells.
+    onValueChanged: {
+        if (value !== shown) {
+            chosen(nearestStep(value));
+            value = Qt.binding(() => shown);
+        }
     }
 
     background: Rectangle {

@@ -4,11 +4,12 @@ import Corvane
 // The firmware has taken over because of heat.
 Banner {
     required property FanController fan
+    required property MenuState menu
 
     emoji: "🔥"
     objectName: "thermalWarning"
     role: "orange"
-    text: (Lang.isGerman ? "Mac übernimmt — Lüfter auf %1% wegen Hitze" : "Mac takes over — fans at %1% due to heat").arg(Math.round(fan.effectivePercent))
+    text: menu.thermalWarning
     tintOpacity: 0.15
     visible: fan.thermalOverride
 }

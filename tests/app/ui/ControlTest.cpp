@@ -119,6 +119,13 @@ void ControlTest::doAccessibly(const QString& path, const QString& action) {
     renderAll(*window);
 }
 
+void ControlTest::setAccessibly(const QString& path, double value) {
+    QAccessibleValueInterface* values = accessible(path).valueInterface();
+    ASSERT_NE(values, nullptr);
+    values->setCurrentValue(value);
+    renderAll(*window);
+}
+
 QImage ControlTest::picture() {
     return window->grabWindow().convertToFormat(QImage::Format_RGB32);
 }

@@ -52,6 +52,7 @@ protected:
     [[nodiscard]] std::string accessibleName(const QString& path);
     /// Does what a screen reader's user asks of the item.
     void doAccessibly(const QString& path, const QString& action);
+    void setAccessibly(const QString& path, double value);
 
     /// What the window shows.
     [[nodiscard]] QImage picture();

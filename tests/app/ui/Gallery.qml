@@ -71,7 +71,6 @@ Rectangle {
                     }
 
                     DateTimePicker {
-                        minimum: new Date(2026, 2, 10)
                         value: new Date(2026, 2, 18, 7, 30)
                     }
                 }
@@ -143,9 +142,9 @@ Rectangle {
                         Layout.fillWidth: true
                         accessibleName: "Fixed strength"
                         from: 0
+                        shown: 65
                         stepSize: 5
                         to: 100
-                        value: 65
                     }
 
                     SegmentedControl {

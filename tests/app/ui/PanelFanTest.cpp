@@ -1,4 +1,4 @@
-#include <cmath>
+#include <fmt/format.h>
 
 #include "app/fan/FanSettings.h"
 #include "tests/app/ui/PanelTest.h"
@@ -154,6 +154,23 @@ TEST_F(PanelFan, MovesTheSliderByTheKeyboardInStepsOfFive) {
     EXPECT_EQ(text("strength"), "95%");
 }
 
+TEST_F(PanelFan, AppliesWhatAssistiveTechnologiesSet) {
+    openManual();
+    QAccessibleInterface* slider = QAccessible::queryAccessibleInterface(&item("strengthSlider"));
+    ASSERT_NE(slider, nullptr);
+    slider->valueInterface()->setCurrentValue(30);
+    advance(1s);
+    EXPECT_EQ(text("strength"), "30%");
+    EXPECT_EQ(machine.heldFloor(), 30);
+    slider->actionInterface()->doAction(QAccessibleActionInterface::increaseAction());
+    advance(1s);
+    EXPECT_EQ(text("strength"), "35%");
+    EXPECT_EQ(machine.heldFloor(), 35);
+    slider->actionInterface()->doAction(QAccessibleActionInterface::decreaseAction());
+    advance(1s);
+    EXPECT_EQ(machine.heldFloor(), 30);
+}
+
 TEST_F(PanelFan, BoostsForTheChosenDuration) {
     openManual();
     for (const int seconds : {60, 300, 600, 1800, 3600}) {
@@ -188,7 +205,7 @@ TEST_F(PanelFan, WarnsThatTheFirmwareTookOver) {
     machine.heatTo(85);
     settle();
     ASSERT_TRUE(fan().thermalOverride());
-    const std::string percent = std::to_string(std::lround(fan().effectivePercent()));
+    const std::string percent = fmt::format("{:.0f}", fan().effectivePercent());
     EXPECT_TRUE(isShown("thermalWarning"));
     EXPECT_EQ(text("thermalWarning"), "Mac takes over — fans at " + percent + "% due to heat");
     machine.speak("de");
@@ -221,6 +238,18 @@ TEST_F(PanelFan, OffersThreeProfiles) {
         EXPECT_EQ(item("coolingCurve").property("kind").toString().toStdString(),
                   std::string(CoolingProfile::rawValue(kind)));
     }
+}
+
+TEST_F(PanelFan, NamesTheProfilesInTheLanguageOfTheMoment) {
+    openAuto();
+    EXPECT_EQ(text("coolingProfile/silent"), "Silent");
+    EXPECT_EQ(text("coolingProfile/balanced"), "Balanced");
+    EXPECT_EQ(text("coolingProfile/max"), "Max");
+    machine.speak("de");
+    settle();
+    EXPECT_EQ(text("coolingProfile/silent"), "Leise");
+    EXPECT_EQ(text("coolingProfile/balanced"), "Ausgewogen");
+    EXPECT_EQ(text("coolingProfile/max"), "Max");
 }
 
 TEST_F(PanelFan, SaysWhatAutoDoes) {

@@ -13,7 +13,8 @@ protected:
         load(
             "PanelSlider { id: slider; objectName: 'slider'; accessibleName: 'Fixed strength'; width: 218; "
             "y: 20;"
-            " from: 0; to: 100; stepSize: 5; value: test.state1; onMoved: test.ask(value);"
+            " from: 0; to: 100; stepSize: 5; shown: test.state1;"
+            " onChosen: value => { test.ask(value); test.state1 = Math.max(10, value); }"
             " onReleased: test.ask('released') }",
             40);
     }
@@ -59,6 +60,34 @@ TEST_F(PanelSliderTest, IsSteppedWithTheArrowKeys) {
     EXPECT_THAT(asked(), ElementsAre("45", "released"));
     press(Qt::Key_Left);
     EXPECT_THAT(asked(), ElementsAre("40", "released"));
+}
+
+TEST_F(PanelSliderTest, ShowsWhatIsSoNotWhatWasAskedFor) {
+    QTest::mouseClick(window.get(), Qt::LeftButton, Qt::NoModifier, at(0));
+    EXPECT_EQ(asked().front(), "0");
+    EXPECT_EQ(value(), 10);
+    setProperty("state1", 20);
+    EXPECT_EQ(value(), 20);
+}
+
+TEST_F(PanelSliderTest, TellsWhatAssistiveTechnologiesSet) {
+    setAccessibly("slider", 30);
+    EXPECT_THAT(asked(), ElementsAre("30"));
+    doAccessibly("slider", QAccessibleActionInterface::increaseAction());
+    EXPECT_THAT(asked(), ElementsAre("35"));
+    doAccessibly("slider", QAccessibleActionInterface::decreaseAction());
+    EXPECT_THAT(asked(), ElementsAre("30"));
+    EXPECT_EQ(value(), 30);
+    setProperty("state1", 75);
+    EXPECT_EQ(value(), 75);
+}
+
+TEST_F(PanelSliderTest, TakesTheNearestStepOfWhatAssistiveTechnologiesSet) {
+    setAccessibly("slider", 63);
+    EXPECT_THAT(asked(), ElementsAre("65"));
+    EXPECT_EQ(value(), 65);
+    setAccessibly("slider", 66);
+    EXPECT_EQ(value(), 65);
 }
 
 TEST_F(PanelSliderTest, IsHeardWithItsNameValueAndRange) {
