@@ -357,9 +357,15 @@ TEST_F(DesktopStatusItemOnXTest, LosesNoClickThatComesWhileItIsPainted) {
     begin(x.display());
     becomesWhite();
     item->setTitle("64°");
-    tray->click(1, 110, 60);
-    ASSERT_GT(tray->count(0xffffff), 20) << "the server has sent the click by now";
-    // Painting is due, and waits for the server's answers, which come after the click.
+    // After the loop has looked for events of the X server, and before it paints what has changed. Painting
+    // waits for the server's answers, which come after the click.
+    QMetaObject::invokeMethod(
+        QCoreApplication::instance(),
+        [&] {
+            tray->click(1, 110, 60);
+            EXPECT_GT(tray->count(0xffffff), 20) << "the server has sent the click by now";
+        },
+        Qt::QueuedConnection);
     EXPECT_TRUE(runUntil([&] { return clicks.size() == 1; }));
 }
 
