@@ -2,9 +2,7 @@
 
 #include <QJsonDocument>
 #include <QSaveFile>
-#include <algorithm>
 #include <cerrno>
-#include <functional>
 #include <string_view>
 #include <system_error>
 
@@ -26,8 +24,6 @@ constexpr int mostLinks = 40;
 /// Damaged files that are kept.
 constexpr int mostSetAside = 1000;
 constexpr std::string_view damagedSuffix = ".damaged";
-/// Letters that the name of an unfinished file has behind its point.
-constexpr std::size_t unfinishedLetters = 6;
 
 FileStamp stampOf(const struct stat& status) {
     return {status.st_dev, status.st_ino, status.st_size, status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
@@ -130,20 +126,14 @@ bool isDamaged(std::string_view suffix) {
                               suffix.find_first_not_of("0123456789", 1) == std::string_view::npos);
 }
 
-bool isUnfinished(std::string_view suffix) {
-    const auto isLetter = [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); };
-    return suffix.size() == unfinishedLetters + 1 && suffix.front() == '.' &&
-           std::all_of(suffix.begin() + 1, suffix.end(), isLetter);
-}
-
-/// Removes a file, and the files beside it whose names are its own with such a suffix.
-void removeWithSuffixes(const fs::path& file, const std::function<bool(std::string_view)>& isOurs) {
+/// Removes a file, and the damaged ones beside it.
+void removeWithDamaged(const fs::path& file) {
     std::error_code ignored;
     for (fs::directory_iterator entry(file.parent_path(), ignored), end; entry != end;
          entry.increment(ignored)) {
         const std::optional<std::string> suffix = suffixOf(entry->path(), file);
         std::error_code failed;
-        if (suffix && (suffix->empty() || isOurs(*suffix)) &&
+        if (suffix && (suffix->empty() || isDamaged(*suffix)) &&
             !fs::is_directory(entry->symlink_status(failed))) {
             fs::remove(entry->path(), failed);
         }
@@ -225,11 +215,9 @@ std::variant<fs::path, std::string> JsonSettingsFile::setAside() const {
 void JsonSettingsFile::erase() const {
     const fs::path target = followLinks(path_);
     if (target != path_) {
-        // In a folder of the user's own, where only what certainly is ours may be touched.
-        removeWithSuffixes(target, isDamaged);
+        removeWithDamaged(target);
     }
-    removeWithSuffixes(path_,
-                       [](std::string_view suffix) { return isDamaged(suffix) || isUnfinished(suffix); });
+    removeWithDamaged(path_);
     std::error_code notEmpty;
     fs::remove(path_.parent_path(), notEmpty);
 }

@@ -54,9 +54,9 @@ public:
     /// Returns the new path or why there is none.
     [[nodiscard]] std::variant<std::filesystem::path, std::string> setAside() const;
 
-    /// Removes the file and what it left beside itself: damaged ones, and those that a loss of power left
-    /// unfinished. A link goes with what it leads to. Then its folder goes as well, unless somebody else has
-    /// something in it. What cannot be removed is passed over.
+    /// Removes the file and the damaged ones that were set aside. A link goes with what it leads to. Then its
+    /// folder goes as well, unless there is something else in it: what a loss of power left unfinished has a
+    /// name that any copy of the user's might have. What cannot be removed is passed over.
     void erase() const;
 
 private:

@@ -4,10 +4,10 @@
 #include <variant>
 
 #include <fmt/format.h>
-#include <pwd.h>
-#include <unistd.h>
 
+#include "platform/ApplicationIdentifier.h"
 #include "platform/linux/desktop/JsonValueCodec.h"
+#include "platform/linux/desktop/XdgFolder.h"
 
 namespace corvane {
 
@@ -125,20 +125,8 @@ void JsonUserDefaults::refuse(std::string_view key, std::string_view why) {
     log_.write(fmt::format("Corvane: the setting \"{}\" stays as it was: {}", key, why));
 }
 
-std::filesystem::path settingsPath(const EnvironmentLookup& lookup) {
-    constexpr const char* file = "de.tavrin.corvane/settings.json";
-    const auto folder = [&](const char* name) -> std::filesystem::path {
-        const char* value = lookup(name);
-        return value == nullptr ? "" : value;
-    };
-    if (const auto config = folder("XDG_CONFIG_HOME"); config.is_absolute()) {
-        return config / file;
-    }
-    if (const auto home = folder("HOME"); home.is_absolute()) {
-        return home / ".config" / file;
-    }
-    const passwd* user = getpwuid(getuid());
-    return std::filesystem::path(user == nullptr ? "/" : user->pw_dir) / ".config" / file;
+std::filesystem::path settingsPath(const EnvironmentLookup& environment) {
+    return xdgFolder(environment, "XDG_CONFIG_HOME", ".config") / applicationIdentifier / "settings.json";
 }
 
 }  // namespace corvane

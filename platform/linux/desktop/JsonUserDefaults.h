@@ -55,8 +55,7 @@ private:
     std::map<QString, QJsonValue> unwritten_;
 };
 
-/// Where a user's settings are kept: under $XDG_CONFIG_HOME if that is an absolute path, else under
-/// ~/.config.
-std::filesystem::path settingsPath(const EnvironmentLookup& lookup);
+/// Where a user's settings are kept: in the folder for configuration, as `xdgFolder` finds it.
+[[nodiscard]] std::filesystem::path settingsPath(const EnvironmentLookup& environment);
 
 }  // namespace corvane

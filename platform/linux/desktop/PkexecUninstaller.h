@@ -44,8 +44,7 @@ private:
     PkexecScript script_;
 };
 
-/// What the application leaves in the user's folders besides its settings, as the environment has them:
-/// nothing where it names no home.
+/// What the application leaves in the user's folders besides its settings, as `xdgFolder` finds them.
 [[nodiscard]] std::vector<std::filesystem::path> userTraces(const EnvironmentLookup& environment);
 
 }  // namespace corvane

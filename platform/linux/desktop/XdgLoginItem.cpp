@@ -1,12 +1,13 @@
 #include "platform/linux/desktop/XdgLoginItem.h"
 
-#include <optional>
+#include <string_view>
 #include <system_error>
 
 #include <fmt/format.h>
 
 #include "platform/ApplicationIdentifier.h"
 #include "platform/linux/desktop/DesktopEntries.h"
+#include "platform/linux/desktop/XdgFolder.h"
 #include "platform/posix/BoundedFile.h"
 
 namespace corvane {
@@ -16,48 +17,55 @@ namespace {
 /// In bytes; far more than a file of ours has.
 constexpr std::size_t largestFile = 65'536;
 
-/// A path as one quoted argument of an Exec entry. There are two layers: the argument's own quotes, and the
-/// escapes that every value may have.
-std::string quotedForExec(const std::string& path) {
-    std::string quoted = "\"";
-    for (const char character : path) {
+/// Text as an entry has it.
+std::string escaped(std::string_view text) {
+    std::string value;
+    for (const char character : text) {
         switch (character) {
-            case '"':
-            case '`':
-            case '$':
-                quoted.append("\\\\").push_back(character);
-                break;
             case '\\':
-                quoted.append("\\\\\\\\");
-                break;
-            case '%':
-                quoted.append("%%");
+                value.append("\\\\");
                 break;
             case '\n':
-                quoted.append("\\n");
+                value.append("\\n");
                 break;
             case '\t':
-                quoted.append("\\t");
+                value.append("\\t");
                 break;
             case '\r':
-                quoted.append("\\r");
+                value.append("\\r");
                 break;
             default:
-                quoted.push_back(character);
+                value.push_back(character);
         }
     }
-    return quoted.append("\"");
+    return value;
 }
 
+/// A path as one quoted argument of a command line; to be escaped as every entry's text.
+std::string quoted(const std::string& path) {
+    std::string argument = "\"";
+    for (const char character : path) {
+        if (std::string_view("\"`$\\").find(character) != std::string_view::npos) {
+            argument.push_back('\\');
+        } else if (character == '%') {
+            argument.push_back('%');
+        }
+        argument.push_back(character);
+    }
+    return argument.append("\"");
+}
+
+/// Desktops start nothing, and complain of nothing, once the program is gone.
 std::string textFor(const std::filesystem::path& executable) {
     return fmt::format(
         "[Desktop Entry]\n"
         "Type=Application\n"
         "Name=Corvane\n"
         "Icon={}\n"
+        "TryExec={}\n"
         "Exec={}\n"
         "X-GNOME-Autostart-enabled=true\n",
-        applicationIdentifier, quotedForExec(executable.string()));
+        applicationIdentifier, escaped(executable.string()), escaped(quoted(executable.string())));
 }
 
 }  // namespace
@@ -88,8 +96,8 @@ bool XdgLoginItem::startsExecutable() const {
 }
 
 std::optional<std::string> XdgLoginItem::write() {
-    if (file_.empty() || executable_.empty()) {
-        return file_.empty() ? "the environment names no home folder" : "the executable is not known";
+    if (executable_.empty()) {
+        return "the executable is not known";
     }
     std::error_code error;
     std::filesystem::create_directories(file_.parent_path(), error);
@@ -104,16 +112,8 @@ std::optional<std::string> XdgLoginItem::remove() {
 }
 
 std::filesystem::path autostartFile(const EnvironmentLookup& environment) {
-    const auto absolute = [&](const char* name) {
-        const char* const value = environment(name);
-        return std::filesystem::path(value != nullptr && *value == '/' ? value : "");
-    };
-    std::filesystem::path folder = absolute("XDG_CONFIG_HOME");
-    if (folder.empty()) {
-        folder = absolute("HOME");
-        folder = folder.empty() ? folder : folder / ".config";
-    }
-    return folder.empty() ? folder : folder / "autostart" / fmt::format("{}.desktop", applicationIdentifier);
+    return xdgFolder(environment, "XDG_CONFIG_HOME", ".config") / "autostart" /
+           fmt::format("{}.desktop", applicationIdentifier);
 }
 
 }  // namespace corvane

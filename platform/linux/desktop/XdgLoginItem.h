@@ -16,8 +16,8 @@ namespace corvane {
 /// the user has switched it off in the desktop's own settings. Main loop.
 class XdgLoginItem final : public LoginItem {
 public:
-    /// `file` is the desktop file, whose folders are made when they are missing; empty where there is no
-    /// place for it. `executable` is what it starts. Both others outlive the item.
+    /// `file` is the desktop file, whose folders are made when they are missing. `executable` is what it
+    /// starts. Both others outlive the item.
     XdgLoginItem(FileSystem& files, Log& log, std::filesystem::path file, std::filesystem::path executable)
         : files_(files), log_(log), file_(std::move(file)), executable_(std::move(executable)) {}
 
@@ -36,7 +36,7 @@ private:
     std::filesystem::path executable_;
 };
 
-/// Where the environment has the application's autostart file; empty when it names no home.
+/// Where the application's autostart file is: in the folder for configuration, as `xdgFolder` finds it.
 [[nodiscard]] std::filesystem::path autostartFile(const EnvironmentLookup& environment);
 
 }  // namespace corvane

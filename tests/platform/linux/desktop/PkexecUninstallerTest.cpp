@@ -175,7 +175,6 @@ TEST(UserTraces, AreWhereTheEnvironmentHasThem) {
                   {{"HOME", "/home/me"}, {"XDG_CONFIG_HOME", "/config"}, {"XDG_CACHE_HOME", "/cache"}})),
               (Traces{"/config/autostart/de.tavrin.corvane.desktop", "/cache/de.tavrin.corvane",
                       "/cache/Corvane"}));
-    EXPECT_EQ(userTraces(environmentOf({{"HOME", ""}, {"XDG_CACHE_HOME", "relative"}})), Traces{});
 }
 
 TEST(PrivateBusUninstaller, SaysInOneLineThatNothingIsInstalled) {
