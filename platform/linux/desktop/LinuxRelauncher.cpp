@@ -10,8 +10,6 @@
 #include <spawn.h>
 #include <unistd.h>
 
-#include "platform/linux/HeldSignals.h"
-
 namespace corvane {
 
 namespace {
@@ -69,7 +67,7 @@ void LinuxRelauncher::relaunch() {
         return;
     }
     const FileDescriptor input(ends[0]);
-    // Never closed by hand: the system closes it with the process, after all that went before.
+    // Never closed by hand: the system closes it with the process, after all that an orderly end closes.
     if (const auto problem = startWaiting(input)) {
         close(ends[1]);
         log_.write(fmt::format("Corvane relaunch failed: {}", *problem));

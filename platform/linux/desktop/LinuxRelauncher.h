@@ -12,7 +12,9 @@
 namespace corvane {
 
 /// Leaves a process behind that waits for the end of this one, whichever way that ends, and then becomes the
-/// application. By then the system has closed all files and connections of this one. Main loop.
+/// application. What this one has let go of in an orderly end is free by then; when it is killed, the system
+/// may still be closing its files and connections, so that whoever needs one of them tries for a while. Main
+/// loop.
 class LinuxRelauncher final : public Relauncher {
 public:
     /// `executable` is what is started, with the environment of this process. `log` outlives the relauncher.

@@ -80,7 +80,8 @@ void PkexecScript::keepErrors() {
 }
 
 void PkexecScript::finish(const InstallResult& result) {
-    // This runs inside a signal of the process; `done` may destroy this.
+    // This runs inside a signal of the process; `done` may destroy this, which then is to hear of no other.
+    process_->disconnect();
     process_.release()->deleteLater();
     const Done done = std::exchange(done_, nullptr);
     done(result);
