@@ -21,15 +21,16 @@ expected=$folder/corvane_$(dpkg-deb --field "$package" Version)_$(dpkg --print-a
 
 contents=$(dpkg-deb --contents "$package")
 name=de.tavrin.corvane
-for file in bin/corvane lib/corvane/libcorvane-app.so libexec/corvane/corvane-helper \
+for file in bin/corvane lib/corvane/libcorvane-app.so libexec/corvane/corvane-helper libexec/corvane/uninstall \
     "lib/systemd/system/$name.smchelper.service" \
     "share/dbus-1/system-services/$name.smchelper.service" "share/dbus-1/system.d/$name.smchelper.conf" \
+    "share/polkit-1/actions/$name.policy" share/lintian/overrides/corvane \
     "share/applications/$name.desktop" "share/metainfo/$name.metainfo.xml" \
     "share/icons/hicolor/scalable/apps/$name.svg" "share/icons/hicolor/16x16/apps/$name.svg" \
     share/man/man1/corvane.1.gz share/doc/corvane/copyright share/doc/corvane/changelog.Debian.gz; do
     grep --quiet " \./usr/$file$" <<<"$contents" || fail "/usr/$file is not in the package"
 done
-for file in install-helper helper.unit helper.activation helper.policy; do
+for file in install-helper helper.unit helper.activation helper.policy installed-files; do
     ! grep --quiet "/$file$" <<<"$contents" || fail "$file is in the package, which has no use for it"
 done
 dpkg-deb --fsys-tarfile "$package" | tar --extract --to-stdout "./usr/lib/systemd/system/$name.smchelper.service" |
