@@ -19,8 +19,19 @@ call setFanFloorWithPercentWithReply d 60 >/dev/null
 wait_until 2 "the fan is driven" fan_is_in hwmon0 1
 expect_equal "the program at work" "$(inside readlink "/proc/$(helper_pid)/exe")" /usr/local/libexec/corvane/corvane-helper
 
+# Somebody calls as soon as the helper has stopped.
+cat >"$BOX_ROOT/usr/local/bin/systemctl" <<END
+#!/bin/sh
+/usr/bin/systemctl "\$@"
+status=\$?
+[ "\$1" != stop ] || busctl --system call -- $name $path $interface pingWithReply
+exit \$status
+END
+chmod 755 "$BOX_ROOT/usr/local/bin/systemctl"
 output=$(install_package)
+inside rm /usr/local/bin/systemctl
 [[ $output == *"makes way for the package's"* ]] || fail "nothing was said: $output"
+[[ $output == *'bs true "Corvane daemon alive'* ]] || fail "nobody has called meanwhile: $output"
 expect_equal "the fan's mode after the package came" "$(fan_mode hwmon0)" 5
 call setFanFloorWithPercentWithReply d 60 >/dev/null
 wait_until 2 "the package's helper drives the fan" fan_is_in hwmon0 1
