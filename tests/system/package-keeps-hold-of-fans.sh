@@ -3,17 +3,10 @@
 # removed before every fan is with its firmware.
 . "$(dirname "$0")/lib.sh"
 . "$(dirname "$0")/package.sh"
+. "$(dirname "$0")/stuck-fan.sh"
 
 plug_in_board hwmon0 nct6798 5
 plug_in_processor hwmon1
-mode=/sys/class/hwmon/hwmon0/pwm1_enable
-
-# From its next start on, the helper does not hear that it shall stop, and is killed a second later.
-make_helper_deaf() {
-    inside mkdir --parents "/etc/systemd/system/$unit.d"
-    printf '[Service]\nKillSignal=SIGWINCH\nTimeoutStopSec=1\n' >"$BOX_ROOT/etc/systemd/system/$unit.d/deaf.conf"
-    inside systemctl daemon-reload
-}
 
 drive_fan() {
     wait_until 5 "the helper takes a floor" call setFanFloorWithPercentWithReply d 60
@@ -31,8 +24,7 @@ drive_fan
 is_live || fail "the new program does not run"
 
 # The next helper finds a driver that takes no mode any more.
-inside mount --bind "$mode" "$mode"
-inside mount -o remount,bind,ro "$mode"
+make_fan_stick hwmon0
 if output=$(inside dpkg --purge corvane 2>&1); then
     fail "the helper was removed with a fan in its hands: $output"
 fi
@@ -42,9 +34,7 @@ inside test -x "$program" || fail "the program is gone"
 wait_until 5 "the helper serves" call pingWithReply
 
 # And one that does.
-inside umount "$mode"
-inside kill -KILL "$(helper_pid)"
-wait_until 5 "the fan is back" fan_is_in hwmon0 5
+let_fan_go hwmon0
 drive_fan
 purge_package
 expect_equal "the fan's mode after the removal" "$(fan_mode hwmon0)" 5

@@ -16,6 +16,9 @@ activation=/usr/local/share/dbus-1/system-services/$unit
 installed_unit=/etc/systemd/system/$unit
 policy=/etc/dbus-1/system.d/$name.conf
 home=/home/operator-with-sudo
+# shellcheck disable=SC2034 # for the tests
+stuck="a fan cannot be handed back to the firmware, and nothing but the helper could do it later: \
+restart the computer, which puts every fan back, and remove Corvane then."
 
 # An application below its prefix, whose prompts polkit knows.
 install_application() {

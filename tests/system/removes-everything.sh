@@ -1,7 +1,9 @@
 #!/bin/bash
 # An application below a prefix of its own, whose helper drives a fan, is removed behind one prompt: the fan is handed
-# back, and of files, services and settings only that is left which was there before.
+# back, and of files, services and settings only that is left which was there before. Where the fan cannot be handed
+# back, everything stays.
 . "$(dirname "$0")/removal.sh"
+. "$tests/stuck-fan.sh"
 
 plug_in_board hwmon0 nct6798 5
 plug_in_processor hwmon1
@@ -20,12 +22,39 @@ inside test -s /run/corvane/fans || fail "the helper has no journal"
 inside test -f "$home/.config/de.tavrin.corvane/settings.json" || fail "there are no settings"
 inside test -f "$home/.config/autostart/de.tavrin.corvane.desktop" || fail "there is no login item"
 
+# A helper that has to be killed, and a fan that the next one cannot hand back either.
+make_helper_deaf
+inside systemctl restart "$unit"
+call setFanFloorWithPercentWithReply d 60 >/dev/null
+wait_until 2 "the fan is driven" fan_is_in hwmon0 1
+make_fan_stick hwmon0
+held=$(changes_on_disk)
+expect_equal "what the uninstaller says of a fan that sticks" "$(remove_corvane)" "failure: $stuck"
+expect_same_disk "the removal with a fan that sticks" "$held"
+fan_is_in hwmon0 1 || fail "the fan does not stick"
+wait_until 5 "the helper serves" call pingWithReply
+let_fan_go hwmon0
+make_helper_hear
+
+# Somebody asks for the fan without a pause.
+insist() {
+    while [[ -e $BOX_ROOT/run/insist ]]; do
+        call setFanFloorWithPercentWithReply d 60 >/dev/null 2>&1 || true
+    done
+}
+inside touch /run/insist
+insist &
+client=$!
+wait_until 5 "the fan is driven" fan_is_in hwmon0 1
 expect_equal "what the uninstaller says" "$(remove_answering "password=$password")" "prompt: de.tavrin.corvane.uninstall: \
 Corvane will remove its background helper and itself completely.
 success"
+inside rm /run/insist
+wait "$client"
 fan_is_in hwmon0 5 || fail "the fan was not handed back"
 expect_equal "the fan's duty" "$(fan_duty hwmon0)" 77
 expect_in_log "Corvane daemon: released to Apple-auto (verified, attempt 1)"
+[[ $(helper_log) != *"received termination signal"*"Corvane daemon starting"* ]] || fail "another helper was started"
 expect_no_helper "after the removal"
 inside rm "$actions/de.tavrin.corvane.policy"
 expect_same_disk "the removal" "$disk"

@@ -1,8 +1,9 @@
 #!/bin/bash
 # An application that the package brought is removed by the package manager, wholly or not at all: where that refuses,
-# its reason is told and everything is as before.
+# its reason is told and everything is as before, a fan that is driven included.
 . "$(dirname "$0")/removal.sh"
 . "$tests/package.sh"
+. "$tests/stuck-fan.sh"
 
 folder=/usr/libexec/corvane
 plug_in_board hwmon0 nct6798 5
@@ -34,6 +35,7 @@ expect_refusal() {
     expect_equal "the state of the package after $1" \
         "$(inside dpkg-query --show --showformat '${db:Status-Abbrev}' corvane)" "ii "
     call pingWithReply >/dev/null || fail "no helper serves after $1"
+    fan_is_in hwmon0 1 || fail "$1 handed the fan back"
 }
 
 install_package >/dev/null
@@ -44,7 +46,6 @@ drive_fan
 installed=$(changes_on_disk)
 expect_refusal "a package that needs it" \
     "dpkg: dependency problems prevent removal of corvane: friend depends on corvane."
-fan_is_in hwmon0 5 || fail "the fan was not handed back"
 dpkg_does --purge friend >/dev/null
 
 # Another package manager is at work.
@@ -58,6 +59,16 @@ wait_until 10 "the package manager is at work" inside test -e /run/locked
 expect_refusal "a package manager at work" "dpkg: error: dpkg frontend lock was locked by another process with pid *"
 inside pkill --full lock-frontend
 wait $! 2>/dev/null || true
+
+# The package's own script does not let go of a fan that nobody can hand back.
+make_helper_deaf
+inside systemctl restart "$unit"
+drive_fan
+installed=$(changes_on_disk)
+make_fan_stick hwmon0
+expect_refusal "a fan that cannot be handed back" "$stuck"
+let_fan_go hwmon0
+make_helper_hear
 
 # A helper that was put ahead of the packaged one goes as well.
 ahead=/usr/local/libexec/corvane/corvane-helper

@@ -38,7 +38,7 @@ expect_same_disk "the removal of what is left of an application" "$disk"
 install_application
 install_helper
 for theirs in "$prefix/bin/other" "$folder/notes" "$prefix/share/corvane-notes" "/usr/local/libexec/other" \
-    "$(dirname "$activation")/org.example.service"; do
+    "$(dirname "$activation")/org.example.service" "$policy.1.orig" "$installed_unit.2024-11-01.bak"; do
     inside touch "$theirs"
 done
 inside mkdir "$prefix/empty"
@@ -81,23 +81,38 @@ $prefix/victim
 END
 )"
 expect_equal "what is left elsewhere" "$(inside find /opt/elsewhere | sort)" "$elsewhere"
-for theirs in /opt/victim /usr/local/libexec/other "$(dirname "$activation")/org.example.service"; do
+for theirs in /opt/victim /usr/local/libexec/other "$(dirname "$activation")/org.example.service" "$policy.1.orig" \
+    "$installed_unit.2024-11-01.bak"; do
     inside test -e "$theirs" || fail "$theirs is gone"
 done
 expect_no_helper "the removal among files of others"
-inside rm --recursive "$prefix" /opt/elsewhere /opt/victim /usr/local/libexec /usr/local/share/dbus-1
+inside rm --recursive "$prefix" /opt/elsewhere /opt/victim /usr/local/libexec /usr/local/share/dbus-1 "$policy.1.orig" \
+    "$installed_unit.2024-11-01.bak"
 forget_prompt
 expect_same_disk "the removal among files of others" "$disk"
 
+# --- below /usr/local, whose own folders are empty --------------------------------------------------------------------
+
+inside mkdir --parents /usr/local/bin /usr/local/lib /usr/local/share/man
+with_folders=$(changes_on_disk)
+install_application
+inside cp --recursive "$prefix/." /usr/local
+inside rm --recursive "$prefix"
+forget_prompt
+inside /usr/local/libexec/corvane/install-helper
+expect_equal "the removal below /usr/local" "$(inside /usr/local/libexec/corvane/uninstall 2>&1)" ""
+expect_no_helper "the removal below /usr/local"
+expect_same_disk "the removal below /usr/local" "$with_folders"
+
 # --- an application that nothing tells the files of -----------------------------------------------------------------
 
-stays="the fan helper was removed; the application stays: there is no list of its files"
-# expect_to_stay WHAT: the application does, and nothing is left of the helper.
+stays="the application stays: there is no list of its files; a helper that it had installed is removed"
+# expect_to_stay WHAT: the application does, its user is told so, and nothing is left of the helper.
 expect_to_stay() {
     local before
     install_helper
     before=$(inside find "$prefix" | sort)
-    expect_equal "what the script says with $1" "$(run_script)" "$stays"
+    expect_equal "the removal with $1" "$(remove_corvane)" "failure: $stays"
     expect_equal "the application with $1" "$(inside find "$prefix" | sort)" "$before"
     expect_no_helper "$1"
 }
