@@ -63,6 +63,11 @@ MenuBar::MenuBar(AppPlatform& platform, Application& application, const Views& v
                  .relauncher = *relauncher_,
                  .enableHotkeys = [this](bool on) { hotkeys_.setEnabled(on); },
                  .showIntroduction = [this] { onboarding_.show(); },
+                 .retranslateOthers =
+                     [this] {
+                         onboarding_.retranslate();
+                         popover_->retranslate();
+                     },
                  .quit = quitting(platform),
                  .version = BuildInfo::version,
                  .supportMail = BuildInfo::supportMail},

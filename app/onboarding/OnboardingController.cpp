@@ -20,6 +20,12 @@ void OnboardingController::show() {
     showing_->window->bringToFront();
 }
 
+void OnboardingController::retranslate() {
+    if (showing_ != nullptr) {
+        showing_->introduction.retranslate();
+    }
+}
+
 void OnboardingController::open() {
     completedThisRun_ = false;
     showing_ = std::make_unique<Showing>(services_.lang, services_.presence);

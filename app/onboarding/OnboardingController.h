@@ -54,6 +54,9 @@ public:
     /// Shows it from its first page, or brings it to the front if it is open.
     void show();
 
+    /// The language has changed: an open introduction follows.
+    void retranslate();
+
     /// The open introduction was seen to its end, and is about to close.
     [[nodiscard]] bool completedThisRun() const { return completedThisRun_; }
 

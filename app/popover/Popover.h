@@ -24,6 +24,10 @@ public:
     /// Nothing happens when it is not shown.
     virtual void close() = 0;
 
+    /// The language has changed: what is shown follows. What is not is in the language of the moment when it
+    /// is shown next.
+    virtual void retranslate() = 0;
+
     /// It was closed a moment ago by this very click on the status item, which was a click elsewhere to the
     /// panel and shall not open it again. `anchor` is where the item was clicked.
     [[nodiscard]] virtual bool wasClosedByThisClick(std::optional<QPoint> anchor) const = 0;

@@ -35,6 +35,7 @@ void QuickPopover::show(std::optional<QPoint> anchor) {
         load();
     }
     if (!isShown()) {
+        // The language may have been changed while nobody looked.
         retranslate();
         models_.menu.panelAppeared();
     }
@@ -56,7 +57,6 @@ bool QuickPopover::wasClosedByThisClick(std::optional<QPoint> anchor) const {
     return isSamePlace && models_.mainLoop.bootTime() - time < sameClick;
 }
 
-/// The language may have been changed while nobody looked.
 void QuickPopover::retranslate() {
     language_.refresh();
     models_.menu.retranslate();

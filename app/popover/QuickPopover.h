@@ -23,6 +23,7 @@ public:
     [[nodiscard]] bool isShown() const override;
     void show(std::optional<QPoint> anchor) override;
     void close() override;
+    void retranslate() override;
     [[nodiscard]] bool wasClosedByThisClick(std::optional<QPoint> anchor) const override;
 
     /// The window, once it has been shown; null before.
@@ -30,7 +31,6 @@ public:
 
 private:
     void load();
-    void retranslate();
 
     PanelModels models_;
     LanguageState language_;

@@ -55,27 +55,42 @@ QString SettingsState::alertName() const {
 // The switches.
 
 void SettingsState::setLaunchAtLogin(bool on) {
+    if (isRemoved()) {
+        return;
+    }
     services_.loginItem.setEnabled(on);
     launchAtLogin_ = services_.loginItem.isEnabled();
 }
 
 void SettingsState::setShowTemp(bool on) {
+    if (isRemoved()) {
+        return;
+    }
     services_.defaults.set(ShellSettings::showTemperature, on);
     showTemp_ = on;
 }
 
 void SettingsState::setHotkeysOn(bool on) {
+    if (isRemoved()) {
+        return;
+    }
     services_.defaults.set(ShellSettings::hotkeys, on);
     services_.enableHotkeys(on);
     hotkeysOn_ = on;
 }
 
 void SettingsState::setHeatAlerts(bool on) {
+    if (isRemoved()) {
+        return;
+    }
     services_.defaults.set(FanSettings::heatAlerts, on);
     heatAlerts_ = on;
 }
 
 void SettingsState::setLowBattStop(bool on) {
+    if (isRemoved()) {
+        return;
+    }
     services_.defaults.set(LowBatteryAutoStop::setting, on);
     lowBattStop_ = on;
 }
@@ -89,6 +104,7 @@ void SettingsState::chooseLanguage(const QString& language) {
     services_.defaults.set(Lang::setting, language.toStdString());
     appLang_ = language;
     Q_EMIT languageChanged();
+    services_.retranslateOthers();
     alert_ = Alert::languageRestart;
 }
 

@@ -33,6 +33,8 @@ struct SettingsServices {
     std::function<void(bool on)> enableHotkeys;
     /// Opens the introduction.
     std::function<void()> showIntroduction;
+    /// The stored language is another one: whatever else is on the screen is to follow.
+    std::function<void()> retranslateOthers;
     /// Ends the application.
     std::function<void()> quit;
     /// Of the application, such as "1.0".
@@ -95,7 +97,8 @@ public:
     /// What the check finds.
     [[nodiscard]] UpdateChecker& updates() const { return services_.updates; }
 
-    // What the window does. Each choice is stored at once.
+    // What the window does. Each choice is stored at once; once the application has been removed there is
+    // nothing to choose.
 
     /// Shows afterwards what has become of it.
     void setLaunchAtLogin(bool on);
@@ -147,6 +150,7 @@ Q_SIGNALS:
 private:
     [[nodiscard]] QString alertName() const;
     [[nodiscard]] bool isOccupied() const { return isRemoving_ || alert_ != Alert::none; }
+    [[nodiscard]] bool isRemoved() const { return alert_ == Alert::removed; }
     void endRemoval(const InstallResult& result);
     /// False when that alert does not wait.
     bool close(Alert alert);

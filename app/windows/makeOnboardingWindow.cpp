@@ -21,8 +21,9 @@ std::unique_ptr<QuickWindow> makeOnboardingWindow(SerialQueue& mainLoop, const L
                              .properties = {{"onboarding", QVariant::fromValue(&introduction)}},
                              .frame = QuickWindow::Frame::none},
         std::move(closed));
-    QObject::connect(&window->language(), &LanguageState::isGermanChanged, &introduction,
-                     &OnboardingState::retranslate);
+    // The connection ends with the window.
+    QObject::connect(&introduction, &OnboardingState::pagesChanged, &window->language(),
+                     &LanguageState::refresh);
     return window;
 }
 

@@ -10,8 +10,8 @@
 
 namespace corvane {
 
-/// The window of the introduction, dark whatever the desktop prefers. All references outlive it; `closed` as
-/// AppWindowFactory has it.
+/// The window of the introduction, dark whatever the desktop prefers, in the language of its pages. All
+/// references outlive it; `closed` as AppWindowFactory has it.
 [[nodiscard]] std::unique_ptr<QuickWindow> makeOnboardingWindow(SerialQueue& mainLoop, const Lang& lang,
                                                                 OnboardingState& introduction,
                                                                 std::function<void()> closed);

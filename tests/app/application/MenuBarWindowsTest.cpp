@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "tests/app/application/MenuBarTest.h"
+#include "tests/support/SignalCount.h"
 
 namespace corvane {
 namespace {
@@ -143,6 +144,17 @@ TEST_F(MenuBarWindowsTest, EndTheApplicationForARestartInAnotherLanguage) {
     settings.restartNow();
     EXPECT_EQ(platform.relauncher->relaunches(), 1);
     EXPECT_TRUE(hasEnded());
+}
+
+TEST_F(MenuBarWindowsTest, HaveWhateverElseIsOpenFollowTheLanguageOfTheSettings) {
+    startAgain();
+    SettingsState& settings = openSettings();
+    menuBar->menu().showGuide();
+    const SignalCount changes(*shown.introduction, &OnboardingState::pagesChanged);
+    settings.chooseLanguage("de");
+    EXPECT_EQ(changes.value(), 1);
+    EXPECT_EQ(shown.introduction->pages().front().title, "Willkommen bei\nCorvane");
+    EXPECT_EQ(shown.popover->timesRetranslated, 1);
 }
 
 TEST_F(MenuBarWindowsTest, RemoveTheApplicationAndEndItOnceTheUserHasReadTheFarewell) {

@@ -18,10 +18,12 @@ public:
         openings.push_back(anchor);
     }
     void close() override { isShown_ = false; }
+    void retranslate() override { ++timesRetranslated; }
     [[nodiscard]] bool wasClosedByThisClick(Anchor /*anchor*/) const override { return isClickUsedUp; }
 
     std::vector<Anchor> openings;
     bool isClickUsedUp = false;
+    int timesRetranslated = 0;
 
 private:
     bool isShown_ = false;

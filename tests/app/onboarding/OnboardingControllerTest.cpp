@@ -12,6 +12,7 @@
 #include "platform/simulated/SimulatedActivationPolicy.h"
 #include "platform/simulated/SimulatedLocale.h"
 #include "platform/simulated/VirtualTime.h"
+#include "tests/support/SignalCount.h"
 
 namespace corvane {
 namespace {
@@ -99,6 +100,15 @@ TEST_F(OnboardingControllerTest, ShowsTheIntroductionAtTheFirstStart) {
     ASSERT_TRUE(isShown());
     EXPECT_EQ(screen.introduction->page(), 0);
     EXPECT_EQ(screen.timesBroughtToFront, 1);
+}
+
+TEST_F(OnboardingControllerTest, HasAnOpenIntroductionFollowTheLanguage) {
+    controller->retranslate();
+    EXPECT_FALSE(isShown()) << "there is none";
+    controller->show();
+    const SignalCount changes(*screen.introduction, &OnboardingState::pagesChanged);
+    controller->retranslate();
+    EXPECT_EQ(changes.value(), 1);
 }
 
 TEST_F(OnboardingControllerTest, OpensThePanelAMomentAfterTheEnd) {

@@ -203,6 +203,13 @@ TEST_F(QuickPopoverTest, SpeaksTheLanguageThatWasChosenSinceItWasLastOpen) {
     EXPECT_EQ(item("statusLabel").property("text").toString(), "Inaktiv");
 }
 
+TEST_F(QuickPopoverTest, FollowsTheLanguageWhileItIsOpenOnceItIsTold) {
+    show();
+    machine.defaults.set(Lang::setting, std::string("de"));
+    popover->retranslate();
+    EXPECT_EQ(item("statusLabel").property("text").toString(), "Inaktiv");
+}
+
 TEST_F(QuickPopoverTest, FollowsTheAppearanceWhileItIsOpen) {
     show();
     const QColor light = window().grabWindow().pixelColor(40, window().height() / 2);

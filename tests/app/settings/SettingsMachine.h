@@ -43,6 +43,7 @@ public:
                 .relauncher = relauncher,
                 .enableHotkeys = [this](bool on) { hotkeys.push_back(on); },
                 .showIntroduction = [this] { ++introductions; },
+                .retranslateOthers = [this] { ++retranslations; },
                 .quit = [this] { ++quits; },
                 .version = "1.9",
                 .supportMail = supportMail};
@@ -64,6 +65,7 @@ public:
     /// What the hot keys were told.
     std::vector<bool> hotkeys;
     int introductions = 0;
+    int retranslations = 0;
     int quits = 0;
 };
 

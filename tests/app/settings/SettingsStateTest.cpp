@@ -134,6 +134,7 @@ TEST_F(SettingsStateTest, StoresTheLanguageAndOffersARestart) {
     EXPECT_EQ(storedLanguage(), "de");
     EXPECT_EQ(state->appLang(), "de");
     EXPECT_EQ(changes.value(), 1);
+    EXPECT_EQ(machine.retranslations, 1);
     EXPECT_EQ(state->alert(), Alert::languageRestart);
     EXPECT_EQ(state->property("alert"), "languageRestart");
     EXPECT_EQ(machine.relauncher.relaunches(), 0);
@@ -276,6 +277,22 @@ TEST_F(SettingsRemoval, ClearsTheTracesSaysGoodbyeAndQuits) {
     EXPECT_EQ(machine.quits, 0);
     state->sayGoodbye();
     EXPECT_EQ(machine.quits, 1);
+}
+
+TEST_F(SettingsRemoval, LeavesNothingBehindThatIsSwitchedAfterwards) {
+    confirm();
+    machine.uninstaller.finish(InstallResult::success());
+    state->setLaunchAtLogin(true);
+    state->setShowTemp(true);
+    state->setHotkeysOn(false);
+    state->setHeatAlerts(false);
+    state->setLowBattStop(false);
+    EXPECT_FALSE(machine.loginItem.isEnabled());
+    EXPECT_FALSE(state->launchAtLogin());
+    for (const char* setting : {"showTempInMenuBar", "hotkeysEnabled", "heatAlerts", "lowBatteryAutoStop"}) {
+        EXPECT_EQ(machine.defaults.value(setting), std::nullopt) << setting;
+    }
+    EXPECT_THAT(machine.hotkeys, IsEmpty());
 }
 
 TEST_F(SettingsRemoval, QuitsWhenTheWindowIsClosedInsteadOfSayingGoodbye) {

@@ -78,7 +78,7 @@ TEST_F(OnboardingViewTest, FollowsTheLanguageWhileItIsOpen) {
     EXPECT_EQ(text("page6/title"), "Up in your\nmenu bar");
     EXPECT_EQ(text("next"), "Let's go!");
     speak("de");
-    window->language().refresh();
+    introduction.retranslate();
     settle();
     EXPECT_EQ(text("page6/title"), "Oben in deiner\nMenüleiste");
     EXPECT_EQ(text("next"), "Los geht's!");
