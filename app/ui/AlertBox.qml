@@ -15,6 +15,7 @@ T.Dialog {
     // Of something bad, in red before the title; "" for none.
     property string symbol
 
+    readonly property KeyboardReturn keyboard: KeyboardReturn {}
     readonly property int scrollStep: 48
 
     anchors.centerIn: T.Overlay.overlay
@@ -26,6 +27,8 @@ T.Dialog {
     padding: Theme.spaceLarge
     width: Math.min(320, (parent ? parent.width : 320) - 2 * Theme.spaceLarge)
 
+    onAboutToShow: keyboard.keep(parent.Window.activeFocusItem)
+    onClosed: keyboard.giveBack()
     onOpened: accept.forceActiveFocus(Qt.TabFocusReason)
 
     T.Overlay.modal: Rectangle {

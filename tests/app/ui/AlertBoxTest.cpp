@@ -54,6 +54,16 @@ TEST_F(AlertBoxTest, GoesOnceItIsNotToBeSeen) {
     EXPECT_THAT(asked(), ElementsAre("behind"));
 }
 
+TEST_F(AlertBoxTest, GivesTheKeyboardBackToWhatHadIt) {
+    setProperty("state1", false);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !isShown("alertAccept"); }));
+    focus("behind");
+    setProperty("state1", true);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return focused() == "alertAccept"; }));
+    setProperty("state1", false);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return focused() == "behind"; }));
+}
+
 TEST_F(AlertBoxTest, IsHeardAsAnAlertWithItsTitleAndItsText) {
     QAccessibleInterface* alert = nullptr;
     forEachShown(*window->contentItem(), [&](QQuickItem& each) {
