@@ -2,15 +2,14 @@
 
 #include "entry/ApplicationModule.h"
 
-#include <QGuiApplication>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
 #include <variant>
 
 #include "app/application/runApplication.h"
+#include "app/windows/QtApplication.h"
 #include "app/windows/quickViews.h"
-#include "platform/ApplicationIdentifier.h"
 #include "platform/linux/HeldSignals.h"
 #include "platform/linux/gui/DesktopDisplay.h"
 #include "platform/select/selectAppPlatform.h"
@@ -28,26 +27,14 @@ int fail(const std::string& problem) {
     return EXIT_FAILURE;
 }
 
-/// For Qt, which reads them when it starts. A small panel is drawn by the processor: that takes less memory
-/// and time than to wake the graphics hardware for it.
-void prepareQt(const DesktopDisplay& display) {
-    constexpr int keepOthers = 0;
-    setenv("QT_QPA_PLATFORM", display.qtPlatform.c_str(), 1);
-    setenv("QT_QUICK_BACKEND", "software", keepOthers);
-    QGuiApplication::setApplicationName("Corvane");
-    QGuiApplication::setDesktopFileName(applicationIdentifier);
-    QGuiApplication::setQuitOnLastWindowClosed(false);
-}
-
 int runOnDesktop(int argc, char** argv, const PlatformOptions& options) {
     const auto display = DesktopDisplay::find(environment);
     if (const auto* problem = std::get_if<std::string>(&display)) {
         return fail(*problem);
     }
-    prepareQt(std::get<DesktopDisplay>(display));
     // Before Qt starts threads, which would take the signals.
     blockTerminationSignals();
-    const QGuiApplication application(argc, argv);
+    const QtApplication application({argv, argv + argc}, std::get<DesktopDisplay>(display).qtPlatform);
     return runApplication(*selectAppPlatform(options), quickViews());
 }
 
