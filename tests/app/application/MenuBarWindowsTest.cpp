@@ -8,7 +8,6 @@
 namespace corvane {
 namespace {
 
-using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 
