@@ -18,10 +18,13 @@ std::string loaderError() {
 
 }  // namespace
 
+const ApplicationModule::Layout ApplicationModule::layout = CORVANE_MODULE_LAYOUT;
+
 std::variant<ApplicationModule::Main, std::string> ApplicationModule::load(
-    const std::filesystem::path& executable) {
+    const std::filesystem::path& executable, const Layout& layout) {
     const std::filesystem::path folder = executable.parent_path();
-    const std::array places{folder / fileName, folder.parent_path() / CORVANE_MODULE_FOLDER / fileName};
+    const std::array places{folder / layout.fileName,
+                            folder.parent_path() / layout.installedFolder / layout.fileName};
     for (const std::filesystem::path& place : places) {
         std::error_code error;
         if (!std::filesystem::exists(place, error)) {
@@ -34,7 +37,7 @@ std::variant<ApplicationModule::Main, std::string> ApplicationModule::load(
         }
         return reinterpret_cast<Main>(symbol);
     }
-    return fmt::format("the application is not installed: there is no {} beside {} or in {}", fileName,
+    return fmt::format("the application is not installed: there is no {} beside {} or in {}", layout.fileName,
                        executable.string(), places.back().parent_path().string());
 }
 

@@ -14,12 +14,24 @@ public:
     /// may be called once.
     using Main = int (*)(int argc, char** argv);
     static constexpr const char* mainSymbol = "corvaneApplicationMain";
-    static constexpr const char* fileName = "libcorvane-app.so";
 
-    /// Looks for the module where builds and installations put it, as seen from the running executable:
-    /// beside it, or in the library folder of the same prefix. Returns the module's entry, or why there is
+    /// Where the module is: beside the executable in builds, and somewhere of the same prefix in what is
+    /// installed.
+    struct Layout {
+        const char* fileName;
+        /// From the folder above the executable's.
+        const char* installedFolder;
+    };
+    static constexpr Layout linuxLayout{"libcorvane-app.so", "lib/corvane"};
+    /// In an application's bundle, whose executable is in Contents/MacOS.
+    static constexpr Layout macLayout{"libcorvane-app.dylib", "Frameworks"};
+    /// This system's.
+    static const Layout layout;
+
+    /// Looks for the module as seen from the running executable. Returns the module's entry, or why there is
     /// none, one line. The module stays loaded until the process ends.
-    static std::variant<Main, std::string> load(const std::filesystem::path& executable);
+    static std::variant<Main, std::string> load(const std::filesystem::path& executable,
+                                                const Layout& layout = ApplicationModule::layout);
 };
 
 }  // namespace corvane

@@ -22,6 +22,9 @@ public:
     /// Waits. False when a termination signal has arrived, now or earlier since they are held.
     virtual bool pause(Duration duration) = 0;
 
+    /// Waits to the end, whatever has arrived, for tidying up after a signal. Termination signals are held.
+    virtual void wait(Duration duration) = 0;
+
     /// Time since an arbitrary point, for measuring how long something took.
     [[nodiscard]] virtual BootTime bootTime() const = 0;
 };

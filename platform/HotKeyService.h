@@ -18,11 +18,15 @@ inline constexpr std::uint32_t option = 0x0800;
 struct HotKey {
     /// Tells it from the caller's other keys; the same from one start to the next.
     std::uint32_t id = 0;
-    /// A lower-case letter, a to z, as the keyboard's layout has it.
+    /// A lower-case letter, a to z, as the keyboard's layout has it; on the home platform, where keys are
+    /// named by their place, as the American one does, which is the same for most layouts and letters.
     char letter = '\0';
     std::uint32_t modifiers = 0;
     /// What it does, in the user's language, for services that show that. UTF-8.
     std::string description;
+    /// Four characters, packed with the first in the most significant byte, that go with the id on the home
+    /// platform. Nobody looks at them.
+    std::uint32_t signature = 0;
 
     bool operator==(const HotKey&) const = default;
 };

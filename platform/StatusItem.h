@@ -74,6 +74,9 @@ public:
     virtual void setMenu(std::vector<StatusMenuEntry> entries) = 0;
 
     virtual void setHandlers(StatusItemHandlers handlers) = 0;
+
+    /// Where it is now, as a click on it would tell; none where the tray tells that only with a click.
+    [[nodiscard]] virtual StatusItemAnchor anchor() const { return {}; }
 };
 
 }  // namespace corvane

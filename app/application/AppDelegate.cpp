@@ -101,7 +101,12 @@ void AppDelegate::togglePopover(const StatusItemAnchor& anchor) {
     }
 }
 
+/// A tray that tells the item's place only with a click: where it was clicked last.
 void AppDelegate::openPopover() {
+    if (const auto place = pointOf(services_.statusItem.anchor())) {
+        anchor_ = place;
+    }
+    services_.activation.activate();
     services_.popover.show(anchor_);
 }
 

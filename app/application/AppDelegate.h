@@ -15,6 +15,7 @@
 #include "app/session/SleepManager.h"
 #include "app/shell/Hotkeys.h"
 #include "app/shell/Lang.h"
+#include "platform/ActivationPolicy.h"
 #include "platform/Lifetime.h"
 #include "platform/SerialQueue.h"
 #include "platform/StatusItem.h"
@@ -28,6 +29,7 @@ struct AppDelegateServices {
     SleepManager& manager;
     const StatusHeader& header;
     StatusItem& statusItem;
+    ActivationPolicy& activation;
     OnboardingController& onboarding;
     Popover& popover;
     Hotkeys& hotkeys;
@@ -61,7 +63,8 @@ public:
     /// Opens the panel where the status item was clicked, or closes it. No anchor where the tray tells none.
     void togglePopover(const StatusItemAnchor& anchor);
 
-    /// Opens the panel where the status item was clicked last.
+    /// Opens the panel where the status item was clicked last, and brings the application before all others:
+    /// the panel is to have the keyboard.
     void openPopover();
 
     void perform(Hotkeys::Action action);

@@ -79,6 +79,7 @@ MenuBar::MenuBar(AppPlatform& platform, Application& application, const Views& v
                  .manager = application.manager(),
                  .header = header_,
                  .statusItem = *statusItem_,
+                 .activation = *activationPolicy_,
                  .onboarding = onboarding_,
                  .popover = *popover_,
                  .hotkeys = hotkeys_,

@@ -10,17 +10,12 @@
 #include "app/application/runApplication.h"
 #include "app/windows/QtApplication.h"
 #include "app/windows/quickViews.h"
-#include "platform/linux/HeldSignals.h"
-#include "platform/linux/gui/DesktopDisplay.h"
+#include "platform/select/prepareDesktop.h"
 #include "platform/select/selectAppPlatform.h"
 
 namespace corvane {
 
 namespace {
-
-const char* environment(const char* name) {
-    return std::getenv(name);
-}
 
 int fail(const std::string& problem) {
     std::fprintf(stderr, "corvane: %s\n", problem.c_str());
@@ -28,13 +23,12 @@ int fail(const std::string& problem) {
 }
 
 int runOnDesktop(int argc, char** argv, const PlatformOptions& options) {
-    const auto display = DesktopDisplay::find(environment);
-    if (const auto* problem = std::get_if<std::string>(&display)) {
+    // Before Qt starts threads, which would take the signals.
+    const auto desktop = prepareDesktop();
+    if (const auto* problem = std::get_if<std::string>(&desktop)) {
         return fail(*problem);
     }
-    // Before Qt starts threads, which would take the signals.
-    blockTerminationSignals();
-    const QtApplication application({argv, argv + argc}, std::get<DesktopDisplay>(display).qtPlatform);
+    const QtApplication application({argv, argv + argc}, std::get<QtPlatform>(desktop).name);
     return runApplication(*selectAppPlatform(options), quickViews());
 }
 
@@ -44,7 +38,7 @@ int runOnDesktop(int argc, char** argv, const PlatformOptions& options) {
 
 extern "C" [[gnu::visibility("default")]] int corvaneApplicationMain(int argc, char** argv) {
     using namespace corvane;
-    const auto options = PlatformOptions::fromEnvironment(environment);
+    const auto options = PlatformOptions::fromEnvironment([](const char* name) { return std::getenv(name); });
     if (const auto* mistake = std::get_if<std::string>(&options)) {
         return fail(*mistake);
     }

@@ -7,9 +7,9 @@
 #include <sdbus-c++/IObject.h>
 
 #include "platform/HelperListener.h"
+#include "platform/RequestLimiter.h"
 #include "platform/linux/BusPump.h"
 #include "platform/linux/HelperBus.h"
-#include "platform/linux/RequestLimiter.h"
 
 namespace corvane {
 

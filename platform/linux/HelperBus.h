@@ -5,6 +5,8 @@
 
 #include <sdbus-c++/IConnection.h>
 
+#include "platform/FanHelperProtocol.h"
+
 namespace corvane {
 
 /// The bus that carries the helper: "system", "session", or a D-Bus address.
@@ -27,7 +29,7 @@ struct HelperBus {
 
 /// Where the helper's service is found on its bus.
 namespace HelperAddress {
-inline constexpr const char* busName = "de.tavrin.corvane.smchelper";
+inline constexpr const char* busName = FanHelperProtocol::serviceName.data();
 inline constexpr const char* objectPath = "/de/tavrin/corvane/smchelper";
 inline constexpr const char* interface = "de.tavrin.corvane.FanHelperProtocol";
 }  // namespace HelperAddress

@@ -5,7 +5,7 @@
 #include <unistd.h>
 
 #include "platform/linux/JournalPath.h"
-#include "platform/linux/hwmon/MakeHwmonSmc.h"
+#include "platform/linux/hwmon/makeHwmonSmc.h"
 
 namespace corvane {
 

@@ -3,9 +3,10 @@
 #include <string>
 
 #include "platform/CommandPlatform.h"
-#include "platform/linux/SignalPause.h"
+#include "platform/linux/LinuxClock.h"
 #include "platform/linux/StderrLog.h"
-#include "platform/linux/StdioConsole.h"
+#include "platform/posix/SignalPause.h"
+#include "platform/posix/StdioConsole.h"
 
 namespace corvane {
 
@@ -26,7 +27,7 @@ private:
     std::string sysfsRoot_;
     StderrLog log_;
     StdioConsole console_;
-    SignalPause pause_;
+    SignalPause pause_{linuxBootTime};
 };
 
 }  // namespace corvane

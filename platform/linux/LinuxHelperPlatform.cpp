@@ -9,7 +9,7 @@
 #include "platform/linux/JournalPath.h"
 #include "platform/linux/LogindObserver.h"
 #include "platform/linux/SystemdWatchdog.h"
-#include "platform/linux/hwmon/MakeHwmonSmc.h"
+#include "platform/linux/hwmon/makeHwmonSmc.h"
 
 namespace corvane {
 

@@ -6,7 +6,7 @@
 #include <sys/signalfd.h>
 #include <unistd.h>
 
-#include "platform/linux/HeldSignals.h"
+#include "platform/posix/HeldSignals.h"
 
 namespace corvane {
 

@@ -1,5 +1,6 @@
 #include "platform/linux/LogindObserver.h"
 
+#include <chrono>
 #include <utility>
 
 #include <sdbus-c++/sdbus-c++.h>
@@ -22,7 +23,12 @@ void LogindObserver::observe(std::function<void()> beforeSuspend, std::function<
         connection_.reset();
         return;
     }
-    takeDelayLock();
+    if (isPreparingForSleep()) {
+        // It gives out no lock for that suspend any more.
+        beforeSuspend_();
+    } else {
+        takeDelayLock();
+    }
     pump_ = std::make_unique<BusPump>(context_, *connection_, [this](const std::string& reason) {
         log_.write("Corvane daemon: lost the login manager: " + reason);
     });
@@ -38,6 +44,21 @@ void LogindObserver::subscribe() {
             prepareForSleep(false);
             onRestart_();
         });
+}
+
+/// False when the login manager does not tell within a second: whoever starts with this waits for it.
+bool LogindObserver::isPreparingForSleep() {
+    try {
+        sdbus::Variant isGoingDown;
+        manager_->callMethod("Get")
+            .onInterface("org.freedesktop.DBus.Properties")
+            .withTimeout(std::chrono::seconds(1))
+            .withArguments(Logind::interface, "PreparingForSleep")
+            .storeResultsTo(isGoingDown);
+        return isGoingDown.containsValueOfType<bool>() && isGoingDown.get<bool>();
+    } catch (const sdbus::Error&) {
+        return false;
+    }
 }
 
 void LogindObserver::takeDelayLock() {

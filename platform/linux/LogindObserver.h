@@ -27,6 +27,7 @@ public:
 
 private:
     void subscribe();
+    [[nodiscard]] bool isPreparingForSleep();
     void takeDelayLock();
     void prepareForSleep(bool isGoingDown);
 

@@ -2,13 +2,12 @@
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
+#include <span>
 
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
-#include "platform/posix/FileDescriptor.h"
+#include "platform/posix/FileTransfers.h"
 
 namespace corvane {
 
@@ -20,14 +19,15 @@ std::string readAtMost(const std::string& path, std::size_t limit) {
     }
     std::string content;
     std::array<char, 4096> buffer{};
-    ssize_t count = 1;
-    while (count > 0 && content.size() < limit) {
-        count = read(file.get(), buffer.data(), std::min(buffer.size(), limit - content.size()));
-        if (count < 0 && errno != EINTR) {
+    bool hasEnded = false;
+    while (!hasEnded && content.size() < limit) {
+        const auto block = std::span(buffer).first(std::min(buffer.size(), limit - content.size()));
+        const auto size = readFully(file, block);
+        if (!size) {
             return {};
         }
-        content.append(buffer.data(), count > 0 ? static_cast<std::size_t>(count) : 0);
-        count = count < 0 ? 1 : count;
+        content.append(block.data(), *size);
+        hasEnded = *size < block.size();
     }
     return content;
 }

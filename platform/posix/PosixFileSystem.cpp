@@ -1,9 +1,9 @@
 #include "platform/posix/PosixFileSystem.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstddef>
 #include <cstdlib>
-#include <cstring>
 #include <span>
 #include <system_error>
 #include <vector>
@@ -12,7 +12,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "platform/posix/FileDescriptor.h"
+#include "platform/posix/FileTransfers.h"
 
 namespace corvane {
 
@@ -24,43 +24,12 @@ std::string lastError() {
     return std::generic_category().message(errno);
 }
 
-bool writeAll(int file, std::string_view text) {
-    while (!text.empty()) {
-        const ssize_t written = write(file, text.data(), text.size());
-        if (written < 0 && errno != EINTR) {
-            return false;
-        }
-        text.remove_prefix(written < 0 ? 0 : static_cast<std::size_t>(written));
-    }
-    return true;
-}
-
 /// Not open when there is no ordinary file. A pipe in its place does not hold up the caller.
 FileDescriptor openToRead(const std::filesystem::path& path) {
     FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     struct stat status {};
     const bool isOrdinary = file.isOpen() && fstat(file.get(), &status) == 0 && S_ISREG(status.st_mode);
     return isOrdinary ? std::move(file) : FileDescriptor(-1);
-}
-
-/// Fills `block` as far as the file goes; none when it cannot be read.
-std::optional<std::span<const std::byte>> readBlock(const FileDescriptor& file, std::span<std::byte> block) {
-    std::size_t size = 0;
-    while (size < block.size()) {
-        const ssize_t count = read(file.get(), block.data() + size, block.size() - size);
-        if (count == 0) {
-            break;
-        }
-        if (count < 0 && errno != EINTR) {
-            return std::nullopt;
-        }
-        size += count < 0 ? 0 : static_cast<std::size_t>(count);
-    }
-    return block.first(size);
-}
-
-bool areSame(std::span<const std::byte> one, std::span<const std::byte> other) {
-    return one.size() == other.size() && std::memcmp(one.data(), other.data(), one.size()) == 0;
 }
 
 }  // namespace
@@ -77,7 +46,7 @@ std::optional<std::string> PosixFileSystem::writeAtomically(const std::filesyste
     if (!file.isOpen()) {
         return lastError();
     }
-    if (!writeAll(file.get(), text) || fsync(file.get()) != 0 || rename(beside.c_str(), path.c_str()) != 0) {
+    if (!writeFully(file, text) || fsync(file.get()) != 0 || rename(beside.c_str(), path.c_str()) != 0) {
         std::string error = lastError();
         unlink(beside.c_str());
         return error;
@@ -99,17 +68,19 @@ bool PosixFileSystem::differ(const std::filesystem::path& one, const std::filesy
     if (!files[0].isOpen() || !files[1].isOpen()) {
         return false;
     }
-    std::vector<std::byte> blocks(2 * blockSize);
+    std::vector<char> blocks(2 * blockSize);
+    const auto first = std::span(blocks).first(blockSize);
+    const auto second = std::span(blocks).last(blockSize);
     while (true) {
-        const auto first = readBlock(files[0], std::span(blocks).first(blockSize));
-        const auto second = readBlock(files[1], std::span(blocks).last(blockSize));
-        if (!first || !second) {
+        const auto firstSize = readFully(files[0], first);
+        const auto secondSize = readFully(files[1], second);
+        if (!firstSize || !secondSize) {
             return false;
         }
-        if (!areSame(*first, *second)) {
+        if (!std::ranges::equal(first.first(*firstSize), second.first(*secondSize))) {
             return true;
         }
-        if (first->size() < blockSize) {
+        if (*firstSize < blockSize) {
             return false;
         }
     }

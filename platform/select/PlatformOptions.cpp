@@ -35,11 +35,11 @@ std::variant<PlatformOptions, std::string> PlatformOptions::fromEnvironment(cons
     }
     options.smc = smc == "simulated" ? Smc::simulated : Smc::machine;
 
-    options.sysfsRoot = valueOf(lookup, "CORVANE_SYSFS", "/sys");
-    if (!isFolder(options.sysfsRoot)) {
-        return fmt::format("CORVANE_SYSFS is \"{}\"; it must be the absolute path of a folder",
-                           options.sysfsRoot);
+    const std::string sysfs = valueOf(lookup, "CORVANE_SYSFS", "");
+    if (!sysfs.empty() && !isFolder(sysfs)) {
+        return fmt::format("CORVANE_SYSFS is \"{}\"; it must be the absolute path of a folder", sysfs);
     }
+    options.sysfsRoot = sysfs.empty() ? options.sysfsRoot : sysfs;
     options.helperBus = valueOf(lookup, "CORVANE_HELPER_BUS", "system");
     if (!isBus(options.helperBus)) {
         return fmt::format(

@@ -12,9 +12,9 @@ struct PlatformOptions {
 
     /// CORVANE_SMC: "auto" (this machine's own, the default) or "simulated".
     Smc smc = Smc::machine;
-    /// CORVANE_SYSFS: a folder read in place of /sys.
+    /// CORVANE_SYSFS: a folder read in place of /sys. Linux; a Mac has no such tree and looks for none.
     std::string sysfsRoot = "/sys";
-    /// CORVANE_HELPER_BUS: "system", "session", or a D-Bus address.
+    /// CORVANE_HELPER_BUS: "system", "session", or a D-Bus address. Linux; a Mac has one way to the helper.
     std::string helperBus = "system";
     /// CORVANE_SIMULATION: the simulated Mac's control file; empty for none.
     std::string scenarioPath;

@@ -1,14 +1,11 @@
 #include "platform/linux/desktop/DBusHelperConnection.h"
 
+#include <optional>
 #include <utility>
 
 namespace corvane {
 
 namespace {
-
-/// A call's time is counted in rounds, of which a queue that stood still makes up for one only: a reply that
-/// arrived during a suspend is heard before the call counts as late.
-constexpr int roundsOfACall = 5;
 
 /// A copy, so that what it does may destroy where it came from.
 template <typename... Values>
@@ -22,7 +19,10 @@ void tell(std::function<void(Values...)> handler, const Values&... values) {
 
 DBusHelperConnection::DBusHelperConnection(BusThread& busThread, SerialQueue& mainLoop, HelperBus bus,
                                            Duration timeout, HelperConnectionHandlers handlers)
-    : busThread_(busThread), mainLoop_(mainLoop), timeout_(timeout), handlers_(std::move(handlers)) {
+    : busThread_(busThread),
+      mainLoop_(mainLoop),
+      handlers_(std::move(handlers)),
+      calls_(mainLoop, timeout, [this](CallId id) { giveUp(id); }) {
     link_ = std::make_shared<HelperLink>(busThread_.context(), std::move(bus),
                                          HelperLinkEvents{onMainLoop(&DBusHelperConnection::answered),
                                                           onMainLoop(&DBusHelperConnection::callFailed),
@@ -86,37 +86,31 @@ void DBusHelperConnection::requestText(const char* member,
     });
 }
 
-void DBusHelperConnection::request(HelperRequest request, std::function<void(HelperAnswer)> deliver) {
+void DBusHelperConnection::request(HelperRequest request, HelperCalls::Deliver deliver) {
     if (!link_) {
         return;
     }
-    const CallId id = ++lastCall_;
-    if (calls_.size() >= maxUnderWay) {
+    const std::optional<CallId> id = calls_.begin(std::move(deliver));
+    if (!id) {
         onMainLoop (&DBusHelperConnection::fail)("Too many requests wait for the helper's answers.");
         return;
     }
-    const Duration round = timeout_ / roundsOfACall;
-    calls_.emplace(id, Call{std::move(deliver), roundsOfACall,
-                            mainLoop_.every(round, round, [this, id] { endRound(id); })});
-    onBusThread([id, request](HelperLink& link) { link.send(id, request); });
+    onBusThread([id = *id, request](HelperLink& link) { link.send(id, request); });
 }
 
-void DBusHelperConnection::endRound(CallId id) {
-    if (--calls_.at(id).roundsLeft == 0) {
-        onBusThread([id](HelperLink& link) { link.forget(id); });
-        callFailed(id, "The helper did not answer in time.");
-    }
+void DBusHelperConnection::giveUp(CallId id) {
+    onBusThread([id](HelperLink& link) { link.forget(id); });
+    callFailed(id, "The helper did not answer in time.");
 }
 
 void DBusHelperConnection::answered(CallId id, HelperAnswer answer) {
-    if (const auto call = calls_.extract(id)) {
-        call.mapped().deliver(std::move(answer));
-    }
+    calls_.answer(id, std::move(answer));
 }
 
 void DBusHelperConnection::callFailed(CallId id, const std::string& description) {
     // Lives until the end: what the reply holds may be what holds this connection.
-    if (const auto call = calls_.extract(id)) {
+    const HelperCalls::Ended ended = calls_.end(id);
+    if (!ended.empty()) {
         fail(description);
     }
 }
@@ -129,10 +123,7 @@ void DBusHelperConnection::ownerLeft(CallId lastCall) {
     if (!link_) {
         return;
     }
-    std::map<CallId, Call> lost;
-    while (!calls_.empty() && calls_.begin()->first <= lastCall) {
-        lost.insert(calls_.extract(calls_.begin()));
-    }
+    const HelperCalls::Ended lost = calls_.endUpTo(lastCall);
     tell(handlers_.interrupted);
 }
 
@@ -140,7 +131,7 @@ void DBusHelperConnection::unavailable() {
     if (!link_) {
         return;
     }
-    const std::map<CallId, Call> lost = std::exchange(calls_, {});
+    const HelperCalls::Ended lost = calls_.endAll();
     close();
     tell(handlers_.invalidated);
 }

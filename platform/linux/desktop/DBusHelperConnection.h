@@ -1,10 +1,10 @@
 #pragma once
 
 #include <functional>
-#include <map>
 #include <memory>
 #include <string>
 
+#include "platform/HelperCalls.h"
 #include "platform/HelperConnection.h"
 #include "platform/Lifetime.h"
 #include "platform/SerialQueue.h"
@@ -23,9 +23,6 @@ namespace corvane {
 /// that calls have no effect. A reply with more arguments than agreed is of the wrong form.
 class DBusHelperConnection final : public HelperConnection, private FanHelperProtocol {
 public:
-    /// Calls under way beyond these fail. The application has a handful.
-    static constexpr std::size_t maxUnderWay = 64;
-
     /// `timeout` is what a call may take; time during which the machine sleeps or the main loop is busy does
     /// not count. The bus thread and the main loop outlive the connection.
     DBusHelperConnection(BusThread& busThread, SerialQueue& mainLoop, HelperBus bus, Duration timeout,
@@ -35,12 +32,6 @@ public:
     [[nodiscard]] FanHelperProtocol& remoteObject() override { return *this; }
 
 private:
-    struct Call {
-        std::function<void(HelperAnswer answer)> deliver;
-        int roundsLeft;
-        std::unique_ptr<Timer> timer;
-    };
-
     void pingWithReply(Reply reply) override;
     void getStatusWithReply(StatusReply reply) override;
     void setFanFloorWithPercentWithReply(double percent, Reply reply) override;
@@ -48,8 +39,8 @@ private:
     void setLidStayAwakeWithReply(bool on, Reply reply) override;
 
     void requestText(const char* member, std::variant<std::monostate, double, bool> argument, Reply reply);
-    void request(HelperRequest request, std::function<void(HelperAnswer)> deliver);
-    void endRound(CallId id);
+    void request(HelperRequest request, HelperCalls::Deliver deliver);
+    void giveUp(CallId id);
     void fail(const std::string& description);
 
     // What the link tells.
@@ -65,10 +56,8 @@ private:
 
     BusThread& busThread_;
     SerialQueue& mainLoop_;
-    Duration timeout_;
     HelperConnectionHandlers handlers_;
-    CallId lastCall_ = 0;
-    std::map<CallId, Call> calls_;
+    HelperCalls calls_;
     /// Only posted work touches what it points to. Null once the connection is dead.
     std::shared_ptr<HelperLink> link_;
     Lifetime lifetime_;

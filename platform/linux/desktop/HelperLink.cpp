@@ -7,7 +7,7 @@
 #include <poll.h>
 #include <sdbus-c++/sdbus-c++.h>
 
-#include "platform/linux/desktop/OneLine.h"
+#include "platform/OneLine.h"
 
 namespace corvane {
 

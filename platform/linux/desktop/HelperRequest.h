@@ -1,25 +1,12 @@
 #pragma once
 
-#include <cstdint>
-#include <string>
 #include <variant>
 
 #include <sdbus-c++/Message.h>
 
-#include "platform/StatusRecord.h"
+#include "platform/HelperCalls.h"
 
 namespace corvane {
-
-/// What the helper answers to everything but a request for its status.
-struct TextAnswer {
-    bool ok = false;
-    std::string text;
-};
-
-using HelperAnswer = std::variant<TextAnswer, StatusRecord>;
-
-/// One call of a connection to the helper; later calls have larger numbers.
-using CallId = std::uint64_t;
 
 /// What a call says, and how its reply is read.
 struct HelperRequest {

@@ -3,6 +3,7 @@
 #include <QJsonDocument>
 #include <QSaveFile>
 #include <cerrno>
+#include <span>
 #include <string_view>
 #include <system_error>
 
@@ -11,7 +12,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "platform/posix/FileDescriptor.h"
+#include "platform/posix/FileTransfers.h"
 
 namespace corvane {
 
@@ -69,24 +70,13 @@ std::optional<std::string> makePrivateFolder(const fs::path& folder) {
 }
 
 /// Up to one byte more than is allowed; none on an error, which is in `errno`.
-std::optional<QByteArray> readAll(int descriptor) {
+std::optional<QByteArray> readAll(const FileDescriptor& file) {
     QByteArray bytes(JsonSettingsFile::maxSize + 1, Qt::Uninitialized);
-    qsizetype filled = 0;
-    while (filled < bytes.size()) {
-        const ssize_t got =
-            ::read(descriptor, bytes.data() + filled, static_cast<std::size_t>(bytes.size() - filled));
-        if (got < 0 && errno == EINTR) {
-            continue;
-        }
-        if (got < 0) {
-            return std::nullopt;
-        }
-        if (got == 0) {
-            break;
-        }
-        filled += got;
+    const auto size = readFully(file, std::span(bytes.data(), static_cast<std::size_t>(bytes.size())));
+    if (!size) {
+        return std::nullopt;
     }
-    bytes.truncate(filled);
+    bytes.truncate(static_cast<qsizetype>(*size));
     return bytes;
 }
 
@@ -154,7 +144,7 @@ JsonSettingsFile::Contents JsonSettingsFile::read() {
         return Unreadable{"not a file"};
     }
     known_ = stampOf(status);
-    const std::optional<QByteArray> bytes = readAll(file.get());
+    const std::optional<QByteArray> bytes = readAll(file);
     return bytes ? parse(*bytes) : Contents(Unreadable{textOf(errno)});
 }
 

@@ -5,7 +5,7 @@
 
 #include <fmt/format.h>
 
-#include "platform/linux/desktop/OneLine.h"
+#include "platform/OneLine.h"
 
 namespace corvane {
 

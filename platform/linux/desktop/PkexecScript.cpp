@@ -11,8 +11,8 @@
 #include <fmt/format.h>
 #include <sys/types.h>
 
-#include "platform/linux/HeldSignals.h"
 #include "platform/linux/desktop/PkexecResult.h"
+#include "platform/posix/HeldSignals.h"
 
 namespace corvane {
 

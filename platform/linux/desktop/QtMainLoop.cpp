@@ -1,12 +1,11 @@
 #include "platform/linux/desktop/QtMainLoop.h"
 
-#include <QCoreApplication>
 #include <utility>
 
 #include <sys/signalfd.h>
 #include <unistd.h>
 
-#include "platform/linux/HeldSignals.h"
+#include "platform/posix/HeldSignals.h"
 
 namespace corvane {
 
@@ -25,23 +24,6 @@ void QtMainLoop::takeSignal() {
     if (read(signals_->get(), &signal, sizeof signal) == sizeof signal) {
         handler_();
     }
-}
-
-int QtMainLoop::run() {
-    // An exit that came before the loop ran would be forgotten by Qt.
-    return status_ ? *status_ : QCoreApplication::exec();
-}
-
-void QtMainLoop::exit(int status) {
-    QMetaObject::invokeMethod(
-        QCoreApplication::instance(),
-        [this, status] {
-            if (!status_) {
-                status_ = status;
-                QCoreApplication::exit(status);
-            }
-        },
-        Qt::QueuedConnection);
 }
 
 }  // namespace corvane

@@ -1,10 +1,10 @@
 #pragma once
 
 #include <memory>
-#include <optional>
 
 #include "platform/MainLoop.h"
 #include "platform/linux/desktop/QtDescriptor.h"
+#include "platform/qt/QtEventLoop.h"
 
 namespace corvane {
 
@@ -14,15 +14,15 @@ public:
     void holdTerminationSignals() override;
     /// Throws std::system_error when the system has no descriptors left.
     void onTerminationSignal(std::function<void()> handler) override;
-    int run() override;
-    void exit(int status) override;
+    int run() override { return loop_.run(); }
+    void exit(int status) override { loop_.exit(status); }
 
 private:
     void takeSignal();
 
     std::function<void()> handler_;
     std::unique_ptr<QtDescriptor> signals_;
-    std::optional<int> status_;
+    QtEventLoop loop_;
 };
 
 }  // namespace corvane

@@ -2,9 +2,9 @@
 
 #include <utility>
 
+#include "platform/MainLoopExit.h"
 #include "platform/linux/desktop/BackgroundWorkers.h"
 #include "platform/linux/desktop/DesktopFiles.h"
-#include "platform/linux/desktop/MainLoopExit.h"
 
 namespace corvane {
 

@@ -26,22 +26,22 @@ private:
     std::optional<UDisksClient::Volumes> volumes_;
 };
 
-UDisksVolumes::UDisksVolumes(BusThread& bus, SerialQueue& mainLoop, std::string mountTable, List list,
-                             UDisksPatience patience)
+UDisksVolumes::UDisksVolumes(BusThread& bus, SerialQueue& mainLoop, std::string mountTable,
+                             DirectoryTouches::List list, UDisksPatience patience)
     : bus_(bus),
       mountTable_(std::move(mountTable)),
-      list_(std::make_shared<const List>(std::move(list))),
       known_(std::make_shared<Known>()),
       client_(std::make_shared<UDisksClient>(bus.context(), patience,
                                              [known = known_](std::optional<UDisksClient::Volumes> volumes) {
                                                  known->set(std::move(volumes));
                                              })),
-      exit_(std::make_shared<MainLoopExit>(mainLoop)) {
+      touches_(
+          mainLoop, [this](std::function<void()> work) { return workers_.post(std::move(work)); },
+          std::move(list)) {
     bus_.post([client = client_] { client->start(); });
 }
 
 UDisksVolumes::~UDisksVolumes() {
-    exit_->close();
     bus_.post([client = std::move(client_)] {});
 }
 
@@ -57,30 +57,7 @@ bool UDisksVolumes::isMounted(const std::string& path) const {
 }
 
 void UDisksVolumes::touch(const std::string& path, std::function<void()> done) {
-    if (touches_.size() < maxTouches && (touches_.contains(path) || begin(path))) {
-        touches_.emplace(path, std::move(done));
-    } else {
-        exit_->toMainLoop(lifetime_.bound(std::move(done)));
-    }
-}
-
-bool UDisksVolumes::begin(const std::string& path) {
-    return workers_.post(
-        [path, list = list_, exit = exit_, finished = lifetime_.bound([this, path] { finish(path); })] {
-            (*list)(path);
-            exit->toMainLoop(finished);
-        });
-}
-
-void UDisksVolumes::finish(const std::string& path) {
-    // What runs now may touch again, which is another touch then, or end the volumes.
-    Touches ended;
-    while (touches_.contains(path)) {
-        ended.insert(touches_.extract(touches_.find(path)));
-    }
-    for (const auto& [touched, done] : ended) {
-        done();
-    }
+    touches_.begin(path, std::move(done));
 }
 
 }  // namespace corvane

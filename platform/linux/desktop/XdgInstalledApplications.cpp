@@ -3,8 +3,8 @@
 #include <utility>
 
 #include "platform/ApplicationIdentifier.h"
+#include "platform/OneLine.h"
 #include "platform/linux/desktop/DesktopFiles.h"
-#include "platform/linux/desktop/OneLine.h"
 
 namespace corvane {
 
@@ -30,33 +30,21 @@ InstalledApplications::List applicationsIn(std::vector<std::string> folders, Des
 
 XdgInstalledApplications::XdgInstalledApplications(SerialQueue& mainLoop, const Locale& locale,
                                                    const EnvironmentLookup& environment)
-    : mainLoop_(mainLoop),
-      locale_(locale),
+    : locale_(locale),
       folders_(desktopFileFolders(environment)),
       desktops_(desktopNames(environment)),
-      exit_(std::make_shared<MainLoopExit>(mainLoop)) {}
-
-XdgInstalledApplications::~XdgInstalledApplications() {
-    exit_->close();
-}
+      replies_(mainLoop) {}
 
 void XdgInstalledApplications::list(std::function<void(List)> reply) {
-    const std::uint64_t number = ++lastNumber_;
-    replies_.emplace(number, std::move(reply));
-    auto tell = lifetime_.bound([this, number](List list) { answer(number, std::move(list)); });
+    const auto tell = replies_.await(std::move(reply));
     const bool isUnderWay = workers_.post(
-        [tell, exit = exit_, folders = folders_,
+        [tell, folders = folders_,
          viewer = DesktopViewer{.languages = locale_.preferredLanguages(), .desktops = desktops_}] {
-            exit->toMainLoop([tell, list = applicationsIn(folders, viewer)]() mutable { tell(list); });
+            tell(applicationsIn(folders, viewer));
         });
     if (!isUnderWay) {
-        mainLoop_.async([tell]() mutable { tell(List()); });
+        tell({});
     }
-}
-
-void XdgInstalledApplications::answer(std::uint64_t number, List list) {
-    // It may ask again.
-    replies_.extract(number).mapped()(std::move(list));
 }
 
 }  // namespace corvane

@@ -1,19 +1,15 @@
 #pragma once
 
-#include <cstdint>
 #include <functional>
-#include <map>
-#include <memory>
 #include <string>
 #include <vector>
 
 #include "platform/InstalledApplications.h"
-#include "platform/Lifetime.h"
 #include "platform/Locale.h"
+#include "platform/MainLoopReplies.h"
 #include "platform/SerialQueue.h"
 #include "platform/linux/desktop/BackgroundWorkers.h"
 #include "platform/linux/desktop/EnvironmentLookup.h"
-#include "platform/linux/desktop/MainLoopExit.h"
 
 namespace corvane {
 
@@ -24,22 +20,15 @@ public:
     /// `mainLoop` and `locale` outlive the applications; the environment is looked into now.
     XdgInstalledApplications(SerialQueue& mainLoop, const Locale& locale,
                              const EnvironmentLookup& environment);
-    ~XdgInstalledApplications() override;
 
     void list(std::function<void(List)> reply) override;
 
 private:
-    void answer(std::uint64_t number, List list);
-
-    SerialQueue& mainLoop_;
     const Locale& locale_;
     std::vector<std::string> folders_;
     std::vector<std::string> desktops_;
-    std::uint64_t lastNumber_ = 0;
-    std::map<std::uint64_t, std::function<void(List)>> replies_;
-    std::shared_ptr<MainLoopExit> exit_;
+    MainLoopReplies<List> replies_;
     BackgroundWorkers workers_;
-    Lifetime lifetime_;
 };
 
 }  // namespace corvane

@@ -6,9 +6,9 @@
 #include <csignal>
 #include <optional>
 
-#include "platform/linux/HeldSignals.h"
+#include "platform/MailtoUrl.h"
 #include "platform/linux/desktop/HttpsUrl.h"
-#include "platform/linux/desktop/MailtoUrl.h"
+#include "platform/posix/HeldSignals.h"
 
 namespace corvane {
 

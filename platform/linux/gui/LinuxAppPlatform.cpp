@@ -3,6 +3,8 @@
 #include <cstdlib>
 #include <utility>
 
+#include <unistd.h>
+
 #include "platform/ExecutablePath.h"
 #include "platform/linux/desktop/DBusHelperConnector.h"
 #include "platform/linux/desktop/DBusNotificationCenter.h"
@@ -10,7 +12,6 @@
 #include "platform/linux/desktop/DrmDisplays.h"
 #include "platform/linux/desktop/EnvironmentLocale.h"
 #include "platform/linux/desktop/JsonUserDefaults.h"
-#include "platform/linux/desktop/LinuxRelauncher.h"
 #include "platform/linux/desktop/LinuxThermalState.h"
 #include "platform/linux/desktop/LogindResumeObserver.h"
 #include "platform/linux/desktop/PkexecInstaller.h"
@@ -30,6 +31,7 @@
 #include "platform/linux/gui/DesktopActivationPolicy.h"
 #include "platform/linux/gui/DesktopAppearance.h"
 #include "platform/linux/gui/DesktopStatusItem.h"
+#include "platform/posix/WaitingRelauncher.h"
 
 namespace corvane {
 
@@ -160,7 +162,7 @@ std::unique_ptr<ActivationPolicy> LinuxAppPlatform::makeActivationPolicy() {
 }
 
 std::unique_ptr<Relauncher> LinuxAppPlatform::makeRelauncher() {
-    return std::make_unique<LinuxRelauncher>(executablePath(), log_);
+    return std::make_unique<WaitingRelauncher>(std::vector{executablePath().string()}, environ, log_);
 }
 
 std::unique_ptr<Uninstaller> LinuxAppPlatform::makeUninstaller(LoginItem& loginItem, UserDefaults& defaults) {

@@ -10,7 +10,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "platform/linux/hwmon/FileDescriptor.h"
+#include "platform/posix/FileDescriptor.h"
 
 namespace corvane {
 

@@ -10,8 +10,9 @@
 #include <fmt/format.h>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
-#include "platform/linux/hwmon/FileDescriptor.h"
+#include "platform/posix/FileTransfers.h"
 
 namespace corvane {
 
@@ -36,30 +37,12 @@ void makeFolderOf(const std::string& path) {
 
 std::optional<std::string> readAll(const FileDescriptor& file) {
     std::string text(maxFileSize, '\0');
-    std::size_t size = 0;
-    while (size < text.size()) {
-        const ssize_t count = ::read(file.get(), text.data() + size, text.size() - size);
-        if (count < 0) {
-            return std::nullopt;
-        }
-        if (count == 0) {
-            break;
-        }
-        size += static_cast<std::size_t>(count);
+    const auto size = readFully(file, text);
+    if (!size) {
+        return std::nullopt;
     }
-    text.resize(size);
+    text.resize(*size);
     return text;
-}
-
-bool writeAll(const FileDescriptor& file, std::string_view text) {
-    while (!text.empty()) {
-        const ssize_t count = ::write(file.get(), text.data(), text.size());
-        if (count <= 0) {
-            return false;
-        }
-        text.remove_prefix(static_cast<std::size_t>(count));
-    }
-    return ::fsync(file.get()) == 0;
 }
 
 }  // namespace
@@ -162,7 +145,8 @@ bool FanJournal::replace(const Entries& entries) const {
     }
     const std::string draft = path_ + ".new";
     const FileDescriptor file = openFile(draft, O_WRONLY | O_CREAT | O_TRUNC);
-    return file.isOpen() && writeAll(file, text) && std::rename(draft.c_str(), path_.c_str()) == 0;
+    return file.isOpen() && writeFully(file, text) && ::fsync(file.get()) == 0 &&
+           std::rename(draft.c_str(), path_.c_str()) == 0;
 }
 
 }  // namespace corvane

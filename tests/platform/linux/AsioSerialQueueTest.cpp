@@ -102,9 +102,10 @@ TEST(AsioSerialQueue, FinishesTheWorkUnderWayAndLetsGoOfWhatWaitsWhenItEnds) {
     bool finished = false;
     auto held = std::make_shared<int>();
     const std::weak_ptr<int> watched = held;
-    queue->async([&] {
+    // Not by way of `queue`, which is written to while the work runs.
+    queue->async([&, &running = *queue] {
         started.set_value();
-        queue->sleep(20ms);
+        running.sleep(20ms);
         finished = true;
     });
     queue->async([held = std::move(held)] {});

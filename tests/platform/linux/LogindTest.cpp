@@ -84,6 +84,21 @@ TEST_F(LogindObserverTest, HoldsEachSuspendUpUntilItWasHeard) {
     EXPECT_THAT(log.lines(), IsEmpty());
 }
 
+TEST_F(LogindObserverTest, HearsAtOnceOfASuspendThatIsBeingPreparedAlready) {
+    FakeLogind logind(bus.address());
+    logind.prepareForSleep(true);
+    observe();
+    EXPECT_THAT(heard, ElementsAre("suspending"));
+    EXPECT_EQ(logind.locks().size(), 0U);
+
+    logind.tellOfSuspend(false);
+    ASSERT_TRUE(runUntilHeard(2));
+    EXPECT_EQ(heard.back(), "resumed");
+    ASSERT_EQ(logind.locks().size(), 1U) << "for the next suspend";
+    EXPECT_EQ(logind.request(0), delayLock);
+    EXPECT_THAT(log.lines(), IsEmpty());
+}
+
 TEST_F(LogindObserverTest, IgnoresNoticesThatMakeNoSense) {
     FakeLogind logind(bus.address());
     observe();

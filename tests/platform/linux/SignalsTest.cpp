@@ -7,8 +7,9 @@
 #include <pthread.h>
 #include <unistd.h>
 
+#include "platform/linux/LinuxClock.h"
 #include "platform/linux/LinuxMainLoop.h"
-#include "platform/linux/SignalPause.h"
+#include "platform/posix/SignalPause.h"
 
 namespace corvane {
 namespace {
@@ -37,7 +38,7 @@ private:
 using SignalPauseTest = SignalsTest;
 
 TEST_F(SignalPauseTest, WaitsForItsTime) {
-    SignalPause pause;
+    SignalPause pause{linuxBootTime};
     pause.holdTerminationSignals();
     const BootTime before = pause.bootTime();
     EXPECT_TRUE(pause.pause(20ms));
@@ -48,7 +49,7 @@ TEST_F(SignalPauseTest, WaitsForItsTime) {
 
 TEST_F(SignalPauseTest, IsCutShortByEachTerminationSignal) {
     for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
-        SignalPause pause;
+        SignalPause pause{linuxBootTime};
         pause.holdTerminationSignals();
         send(signal);
         EXPECT_FALSE(pause.pause(24h)) << strsignal(signal);
@@ -56,7 +57,7 @@ TEST_F(SignalPauseTest, IsCutShortByEachTerminationSignal) {
 }
 
 TEST_F(SignalPauseTest, IsCutShortByASignalThatArrivesMeanwhile) {
-    SignalPause pause;
+    SignalPause pause{linuxBootTime};
     pause.holdTerminationSignals();
     std::thread sender([] { send(SIGTERM); });
     EXPECT_FALSE(pause.pause(24h));
@@ -64,11 +65,22 @@ TEST_F(SignalPauseTest, IsCutShortByASignalThatArrivesMeanwhile) {
 }
 
 TEST_F(SignalPauseTest, StaysShortOnceItWasCutShort) {
-    SignalPause pause;
+    SignalPause pause{linuxBootTime};
     pause.holdTerminationSignals();
     send(SIGINT);
     EXPECT_FALSE(pause.pause(24h));
     EXPECT_FALSE(pause.pause(24h));
+}
+
+TEST_F(SignalPauseTest, WaitsToTheEndWhereThatIsAskedForWhateverHasArrived) {
+    SignalPause pause{linuxBootTime};
+    pause.holdTerminationSignals();
+    send(SIGINT);
+    ASSERT_FALSE(pause.pause(24h));
+    send(SIGTERM);
+    const BootTime before = pause.bootTime();
+    pause.wait(20ms);
+    EXPECT_GE(pause.bootTime() - before, 20ms);
 }
 
 TEST_F(SignalPauseTest, IsNotCutShortByOtherSignals) {
@@ -76,7 +88,7 @@ TEST_F(SignalPauseTest, IsNotCutShortByOtherSignals) {
     struct sigaction ignoring {};
     ignoring.sa_handler = [](int) {};
     sigaction(SIGUSR1, &ignoring, &former);
-    SignalPause pause;
+    SignalPause pause{linuxBootTime};
     pause.holdTerminationSignals();
     const BootTime before = pause.bootTime();
     const pthread_t waiting = pthread_self();
@@ -88,7 +100,7 @@ TEST_F(SignalPauseTest, IsNotCutShortByOtherSignals) {
 }
 
 TEST_F(SignalPauseTest, KeepsTheProcessAliveWhenItWritesToAClosedPipe) {
-    SignalPause pause;
+    SignalPause pause{linuxBootTime};
     pause.holdTerminationSignals();
     int ends[2] = {};
     ASSERT_EQ(pipe(ends), 0);

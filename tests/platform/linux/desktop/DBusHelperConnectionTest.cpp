@@ -8,7 +8,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "platform/linux/desktop/DBusHelperConnection.h"
+#include "platform/HelperCalls.h"
 #include "tests/support/EnvironmentVariable.h"
 #include "tests/support/HelperClient.h"
 #include "tests/support/ListenerThread.h"
@@ -21,7 +21,6 @@ namespace {
 using namespace std::chrono_literals;
 using testing::ElementsAre;
 
-constexpr const char* tooLate = "failed: The helper did not answer in time.";
 constexpr const char* congested = "failed: The message bus does not take any messages.";
 constexpr const char* tooMany = "failed: Too many requests wait for the helper's answers.";
 
@@ -163,18 +162,18 @@ TEST_F(DBusHelperConnectionTest, FailsCallsBeyond64AtOnce) {
     helper->keepReplies();
     startHelper();
     HelperClient client(bus.address());
-    for (std::size_t i = 0; i < DBusHelperConnection::maxUnderWay + 2; ++i) {
+    for (std::size_t i = 0; i < HelperCalls::maxUnderWay + 2; ++i) {
         client.status();
     }
     ASSERT_TRUE(client.told().waitFor(2));
     EXPECT_THAT(client.told().all(), ElementsAre(tooMany, tooMany));
-    ASSERT_TRUE(helper->kept().waitFor(DBusHelperConnection::maxUnderWay));
+    ASSERT_TRUE(helper->kept().waitFor(HelperCalls::maxUnderWay));
     for (const auto& reply : helper->takeKept()) {
         reply({});
     }
-    ASSERT_TRUE(client.told().waitFor(DBusHelperConnection::maxUnderWay + 2));
+    ASSERT_TRUE(client.told().waitFor(HelperCalls::maxUnderWay + 2));
     client.ping();
-    ASSERT_TRUE(client.told().waitFor(DBusHelperConnection::maxUnderWay + 3));
+    ASSERT_TRUE(client.told().waitFor(HelperCalls::maxUnderWay + 3));
     EXPECT_EQ(client.told().all().back(), "ok: pong") << "there is room again";
 }
 
@@ -249,7 +248,9 @@ TEST_F(DBusHelperConnectionTest, ReportsEachCallThatAFrozenBusHolds) {
         client.status();
     }
     ASSERT_TRUE(client.told().waitFor(5));
-    EXPECT_THAT(client.told().all(), ElementsAre(tooLate, tooLate, tooLate, tooLate, tooLate));
+    EXPECT_THAT(client.told().all(),
+                ElementsAre(HelperClient::tooLate, HelperClient::tooLate, HelperClient::tooLate,
+                            HelperClient::tooLate, HelperClient::tooLate));
     client.use([&](FanHelperProtocol& /*remote*/) { client.disconnect(); });
     bus.end();
 }
@@ -261,10 +262,10 @@ TEST_F(DBusHelperConnectionTest, PilesUpNothingForABusThatTakesNothing) {
     bus.freeze();
     std::string last;
     for (int round = 0; round < manyRounds && last != congested; ++round) {
-        for (std::size_t i = 0; i < DBusHelperConnection::maxUnderWay; ++i) {
+        for (std::size_t i = 0; i < HelperCalls::maxUnderWay; ++i) {
             client.ping();
         }
-        ASSERT_TRUE(client.told().waitFor(DBusHelperConnection::maxUnderWay));
+        ASSERT_TRUE(client.told().waitFor(HelperCalls::maxUnderWay));
         last = client.takeTold().back();
     }
     EXPECT_EQ(last, congested);
@@ -278,7 +279,7 @@ TEST_F(DBusHelperConnectionTest, KeepsItsTimeAndGoesAtOnceWhileTheBusDoesNotLetI
     client.ping();
     client.status();
     ASSERT_TRUE(client.told().waitFor(2));
-    EXPECT_THAT(client.told().all(), ElementsAre(tooLate, tooLate));
+    EXPECT_THAT(client.told().all(), ElementsAre(HelperClient::tooLate, HelperClient::tooLate));
     client.use([&](FanHelperProtocol& /*remote*/) { client.disconnect(); });
     // Lets the bus thread go, too.
     bus.end();

@@ -108,7 +108,7 @@ TEST_F(HelperActivationTest, FailsTheCallsToAHelperThatStartsAndNeverComes) {
     client.ping();
     client.status();
     ASSERT_TRUE(client.told().waitFor(2));
-    EXPECT_THAT(client.told().all(), testing::Each("failed: The helper did not answer in time."));
+    EXPECT_THAT(client.told().all(), testing::Each(HelperClient::tooLate));
 }
 
 }  // namespace

@@ -1,7 +1,10 @@
+#include <array>
 #include <memory>
+#include <string>
 
 #include "platform/linux/desktop/LinuxThermalState.h"
 #include "platform/simulated/VirtualTime.h"
+#include "tests/platform/ThermalStateMonitorContract.h"
 #include "tests/platform/linux/desktop/ThermalTree.h"
 
 namespace corvane {
@@ -10,6 +13,38 @@ namespace {
 using enum ThermalState;
 using std::chrono::milliseconds;
 using std::chrono::seconds;
+
+/// A zone that is as hot as each state takes, and time for the next reading.
+class LinuxThermalStateRig {
+public:
+    LinuxThermalStateRig() {
+        write("trip_point_0_type", "passive");
+        write("trip_point_0_temp", "80000");
+        write("trip_point_1_type", "critical");
+        write("trip_point_1_temp", "110000");
+        set(nominal);
+        monitor_ = std::make_unique<LinuxThermalState>(mainLoop_, sys_.path().string());
+    }
+
+    ThermalStateMonitor& monitor() { return *monitor_; }
+    void set(ThermalState state) const {
+        constexpr std::array temperatures = {"40000", "85000", "98000", "106000"};
+        write("temp", temperatures.at(static_cast<std::size_t>(state)));
+    }
+    void settle() { time_.advance(seconds(5)); }
+
+private:
+    void write(const std::string& name, const char* value) const {
+        sys_.write("class/thermal/thermal_zone0/" + name, value);
+    }
+
+    const TemporaryFolder sys_;
+    VirtualTime time_;
+    VirtualQueue mainLoop_{time_};
+    std::unique_ptr<LinuxThermalState> monitor_;
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Linux, ThermalStateMonitorContract, LinuxThermalStateRig);
 
 class LinuxThermalStateTest : public ThermalTree {
 protected:

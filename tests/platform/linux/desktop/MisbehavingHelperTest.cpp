@@ -20,7 +20,6 @@ namespace {
 using namespace std::chrono_literals;
 using testing::ElementsAre;
 
-constexpr const char* tooLate = "failed: The helper did not answer in time.";
 constexpr const char* wrongForm = "failed: The helper's answer does not have the agreed form.";
 
 class MisbehavingHelperTest : public testing::Test {
@@ -78,7 +77,9 @@ TEST_F(MisbehavingHelperTest, ReportsEachCallThatStaysUnanswered) {
         client.status();
     }
     ASSERT_TRUE(client.told().waitFor(5));
-    EXPECT_THAT(client.told().all(), ElementsAre(tooLate, tooLate, tooLate, tooLate, tooLate));
+    EXPECT_THAT(client.told().all(),
+                ElementsAre(HelperClient::tooLate, HelperClient::tooLate, HelperClient::tooLate,
+                            HelperClient::tooLate, HelperClient::tooLate));
 }
 
 TEST_F(MisbehavingHelperTest, ReportsNoMoreOnceTheFirstReportDestroyedTheConnection) {
@@ -95,7 +96,7 @@ TEST_F(MisbehavingHelperTest, ReportsNoMoreOnceTheFirstReportDestroyedTheConnect
     client.connect();
     client.status();
     ASSERT_TRUE(client.told().waitFor(2));
-    EXPECT_THAT(client.told().all(), ElementsAre(tooLate, tooLate));
+    EXPECT_THAT(client.told().all(), ElementsAre(HelperClient::tooLate, HelperClient::tooLate));
 }
 
 TEST_F(MisbehavingHelperTest, IgnoresAReplyThatComesTooLate) {
@@ -108,7 +109,7 @@ TEST_F(MisbehavingHelperTest, IgnoresAReplyThatComesTooLate) {
     // The bus tells this after it has delivered the reply.
     helper.dropName();
     ASSERT_TRUE(client.told().waitFor(2));
-    EXPECT_THAT(client.told().all(), ElementsAre(tooLate, "interrupted"));
+    EXPECT_THAT(client.told().all(), ElementsAre(HelperClient::tooLate, "interrupted"));
 }
 
 TEST_F(MisbehavingHelperTest, TellsTheMessageOfAnErrorInOneTameLine) {

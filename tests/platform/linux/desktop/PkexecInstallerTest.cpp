@@ -17,8 +17,8 @@
 #include <gtest/gtest.h>
 #include <pthread.h>
 
-#include "platform/linux/HeldSignals.h"
 #include "platform/linux/desktop/PkexecInstaller.h"
+#include "platform/posix/HeldSignals.h"
 #include "platform/posix/PosixFileSystem.h"
 #include "tests/support/Notes.h"
 #include "tests/support/TemporaryFolder.h"

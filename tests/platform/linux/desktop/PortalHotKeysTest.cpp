@@ -16,6 +16,7 @@
 #include "platform/linux/desktop/PortalShortcuts.h"
 #include "platform/linux/desktop/makeHotKeys.h"
 #include "platform/simulated/RecordingLog.h"
+#include "tests/platform/linux/desktop/hotKeys.h"
 #include "tests/support/EnvironmentVariable.h"
 #include "tests/support/FakePortal.h"
 #include "tests/support/PrivateBus.h"
@@ -27,10 +28,6 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Pair;
 using testing::UnorderedElementsAre;
-
-constexpr std::uint32_t modifiers = HotKeyModifier::command + HotKeyModifier::option;
-const HotKey keepAwake{1, 'k', modifiers, "Keep awake"};
-const HotKey fanBoost{2, 'l', modifiers, "Fan boost"};
 
 /// A private bus stands in for the session's.
 class PortalHotKeysTest : public testing::Test {

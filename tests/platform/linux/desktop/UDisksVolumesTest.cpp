@@ -39,7 +39,7 @@ protected:
     }
 
     void begin(UDisksPatience patience = {.answer = testPatience, .news = testPatience},
-               UDisksVolumes::List list = listDirectory) {
+               DirectoryTouches::List list = listDirectory) {
         mainLoop.sync([&] {
             volumes.emplace(thread, mainLoop, folder.write("mountinfo", table), std::move(list), patience);
         });
@@ -250,16 +250,16 @@ TEST_F(StuckDrivesTest, AreListedOnceHoweverOftenTheyAreTouched) {
 
 TEST_F(StuckDrivesTest, AreWaitedForByOnlySoMany) {
     beginStuck();
-    for (std::size_t i = 0; i < 2 * UDisksVolumes::maxTouches; ++i) {
+    for (std::size_t i = 0; i < 2 * DirectoryTouches::most; ++i) {
         touch("stuck");
     }
-    ASSERT_TRUE(done.waitFor(UDisksVolumes::maxTouches)) << "the others are over at once";
+    ASSERT_TRUE(done.waitFor(DirectoryTouches::most)) << "the others are over at once";
     mainLoop.sync([] {});
-    EXPECT_EQ(done.size(), UDisksVolumes::maxTouches);
+    EXPECT_EQ(done.size(), DirectoryTouches::most);
     drives->goOn.set_value();
-    ASSERT_TRUE(done.waitFor(2 * UDisksVolumes::maxTouches));
+    ASSERT_TRUE(done.waitFor(2 * DirectoryTouches::most));
     touch("fine");
-    ASSERT_TRUE(done.waitFor(2 * UDisksVolumes::maxTouches + 1));
+    ASSERT_TRUE(done.waitFor(2 * DirectoryTouches::most + 1));
     EXPECT_EQ(done.all().back(), "fine");
 }
 

@@ -17,6 +17,7 @@
 #include "platform/linux/desktop/QtSerialQueue.h"
 #include "platform/linux/desktop/X11HotKeys.h"
 #include "platform/simulated/RecordingLog.h"
+#include "tests/platform/linux/desktop/hotKeys.h"
 #include "tests/support/Notes.h"
 #include "tests/support/QtThread.h"
 #include "tests/support/XServer.h"
@@ -26,10 +27,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-constexpr std::uint32_t modifiers = HotKeyModifier::command + HotKeyModifier::option;
-const HotKey keepAwake{1, 'k', modifiers, "Keep awake"};
-const HotKey fanBoost{2, 'l', modifiers, "Fan boost"};
 
 // As the X protocol numbers them.
 constexpr xcb_keysym_t superKey = 0xFFEB;

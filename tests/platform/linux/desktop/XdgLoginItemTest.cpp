@@ -11,6 +11,7 @@
 #include "platform/linux/desktop/XdgLoginItem.h"
 #include "platform/posix/PosixFileSystem.h"
 #include "platform/simulated/RecordingLog.h"
+#include "tests/platform/LoginItemContract.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace corvane {
@@ -23,6 +24,21 @@ using testing::IsEmpty;
 using testing::StartsWith;
 
 constexpr const char* name = "config/autostart/de.tavrin.corvane.desktop";
+
+class XdgLoginItemRig {
+public:
+    LoginItem& item() { return item_; }
+    /// What the folder should be is a file.
+    void breakDown() const { folder_.write("config", "text"); }
+
+private:
+    const TemporaryFolder folder_;
+    PosixFileSystem files_;
+    RecordingLog log_;
+    XdgLoginItem item_{files_, log_, folder_ / name, "/opt/corvane/bin/corvane"};
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Xdg, LoginItemContract, XdgLoginItemRig);
 
 class XdgLoginItemTest : public testing::Test {
 protected:

@@ -14,8 +14,8 @@
 #include <pthread.h>
 #include <unistd.h>
 
-#include "platform/linux/HeldSignals.h"
 #include "platform/linux/desktop/XdgUrlOpener.h"
+#include "platform/posix/HeldSignals.h"
 #include "tests/support/EnvironmentVariable.h"
 #include "tests/support/Notes.h"
 #include "tests/support/TemporaryFolder.h"

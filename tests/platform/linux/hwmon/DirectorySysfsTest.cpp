@@ -5,7 +5,7 @@
 #include <sys/stat.h>
 
 #include "platform/linux/hwmon/DirectorySysfs.h"
-#include "platform/linux/hwmon/MakeHwmonSmc.h"
+#include "platform/linux/hwmon/makeHwmonSmc.h"
 #include "smc/csmc.h"
 #include "tests/platform/linux/hwmon/HwmonRig.h"
 #include "tests/platform/linux/hwmon/TreeOnDisk.h"

@@ -6,7 +6,7 @@
 #include <sys/stat.h>
 
 #include "platform/linux/hwmon/FanJournal.h"
-#include "platform/linux/hwmon/FileDescriptor.h"
+#include "platform/posix/FileDescriptor.h"
 #include "tests/platform/linux/hwmon/HwmonRig.h"
 
 namespace corvane {

@@ -1,6 +1,6 @@
 #include <gmock/gmock.h>
 
-#include "platform/linux/hwmon/MakeHwmonSmc.h"
+#include "platform/linux/hwmon/makeHwmonSmc.h"
 #include "tests/platform/linux/hwmon/HwmonRig.h"
 #include "tests/platform/linux/hwmon/TreeOnDisk.h"
 #include "tests/platform/simulated/AllocationCount.h"

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+#include <variant>
+
+namespace corvane {
+
+/// What Qt is to show windows with.
+struct QtPlatform {
+    /// As Qt calls it: "xcb", "wayland", "cocoa", or whatever the user wants.
+    std::string name;
+};
+
+/// Makes the process ready to be the application: from now on termination signals wait for the main loop.
+/// Called first of all, before Qt or anybody else starts threads. Tells what to show windows with, or in
+/// English why there is nothing.
+std::variant<QtPlatform, std::string> prepareDesktop();
+
+}  // namespace corvane

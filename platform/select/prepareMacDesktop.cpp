@@ -1,0 +1,11 @@
+#include "platform/posix/HeldSignals.h"
+#include "platform/select/prepareDesktop.h"
+
+namespace corvane {
+
+std::variant<QtPlatform, std::string> prepareDesktop() {
+    blockTerminationSignals();
+    return QtPlatform{"cocoa"};
+}
+
+}  // namespace corvane
