@@ -7,8 +7,9 @@ function(corvane_defaults target)
         -Woverloaded-virtual -Wdouble-promotion -Wformat=2 -Wimplicit-fallthrough $<$<CXX_COMPILER_ID:GNU>:-Werror>)
     if(CORVANE_UNITY)
         set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 8)
-        # Sources of one unit see each other's names.
-        target_compile_options(${target} PRIVATE -Wno-shadow)
+        # Sources of one unit see each other's names. GCC takes a source within a unit for a header, and warns when a
+        # class there has members of a type that is the source's own.
+        target_compile_options(${target} PRIVATE -Wno-shadow $<$<COMPILE_LANG_AND_ID:CXX,GNU>:-Wno-subobject-linkage>)
     endif()
     if(CORVANE_ASSERTIONS)
         target_compile_options(${target} PRIVATE -UNDEBUG)

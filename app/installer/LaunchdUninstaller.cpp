@@ -6,6 +6,7 @@
 
 #include "app/installer/AdministratorScript.h"
 #include "app/installer/LaunchdRemovalScript.h"
+#include "app/shell/ShellSettings.h"
 
 namespace corvane {
 
@@ -16,7 +17,7 @@ constexpr AdministratorScriptTexts removalTexts{.notCreated = "AppleScript konnt
                                                 .unknownError = "unbekannter Fehler"};
 
 /// What the next installation has to ask again, even where the rest cannot be removed.
-constexpr const char* furtherSettings[] = {"onboardingSeenVersion", "loginChoiceMade"};
+constexpr const char* furtherSettings[] = {ShellSettings::seenIntroduction, ShellSettings::loginChoiceMade};
 
 /// Below the user's home folder; {} is the bundle's identifier.
 constexpr const char* userFiles[] = {"Library/Preferences/{}.plist", "Library/Caches/{}",

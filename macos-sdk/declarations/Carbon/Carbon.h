@@ -1,0 +1,5 @@
+#pragma once
+
+#include <Carbon/CarbonEvents.h>
+#include <Carbon/CarbonEventsCore.h>
+#include <Carbon/Events.h>

@@ -1,0 +1,4 @@
+#pragma once
+
+// Apple's open-source CoreFoundation (CF), CFDate.h: seconds.
+typedef double CFTimeInterval;

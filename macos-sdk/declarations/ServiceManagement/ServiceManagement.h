@@ -1,0 +1,4 @@
+// What the project uses of ServiceManagement.
+#pragma once
+
+#import <ServiceManagement/SMAppService.h>

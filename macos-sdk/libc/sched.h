@@ -1,0 +1,8 @@
+// From Apple's open-source libpthread (include/sched.h).
+#pragma once
+
+#include <sys/cdefs.h>
+
+__BEGIN_DECLS
+int sched_yield(void);
+__END_DECLS

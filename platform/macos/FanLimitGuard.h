@@ -1,0 +1,31 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <utility>
+
+#include "platform/SmcConnection.h"
+
+namespace corvane {
+
+/// Passes records on to a controller, but the one that would force a fan whose slowest or fastest speed
+/// cannot be read: such a fan stays with its firmware, and the write is answered with
+/// `SmcResult::badArgument`. Limits that were read once are known from then on.
+class FanLimitGuard final : public SmcConnection {
+public:
+    explicit FanLimitGuard(std::unique_ptr<SmcConnection> controller) : controller_(std::move(controller)) {}
+
+    std::int32_t open() override { return controller_->open(); }
+    std::int32_t exchange(SmcRecord& record) override;
+
+private:
+    [[nodiscard]] bool areLimitsKnown(std::uint32_t fan);
+    [[nodiscard]] bool isLimitReadable(std::uint32_t key, float least);
+
+    std::unique_ptr<SmcConnection> controller_;
+    /// By the digit in a fan's keys.
+    std::array<bool, 10> known_{};
+};
+
+}  // namespace corvane

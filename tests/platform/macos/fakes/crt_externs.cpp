@@ -1,0 +1,6 @@
+#include <crt_externs.h>
+#include <unistd.h>
+
+char*** _NSGetEnviron(void) {
+    return &environ;
+}
