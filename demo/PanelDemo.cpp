@@ -46,7 +46,7 @@ Views PanelDemo::views() {
     Views all = quickViews();
     all.makePopover = [this](const PanelModels& models) { return makePopover(models); };
     all.makeOnboardingWindow = [this](SerialQueue& mainLoop, const Lang& lang, OnboardingState& state,
-                                      std::function<void()> closed) {
+                                      WindowClosed closed) {
         auto made = makeOnboardingWindow(mainLoop, lang, state, std::move(closed));
         introduction_ = made.get();
         return made;

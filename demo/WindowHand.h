@@ -23,8 +23,6 @@ public:
     /// Scrolls what it is in so far that it can be seen.
     void reveal(std::string_view path);
 
-    [[nodiscard]] bool sees(std::string_view path) const { return find(path) != nullptr; }
-
     /// Writes what the window shows to a PNG file. Throws std::runtime_error when that fails.
     void takePicture(const std::string& file);
 

@@ -1,13 +1,13 @@
 // corvane-demo PICTURES: shows Corvane at work on the simulated Mac that the environment names, whose helper
-// serves already, and leaves pictures of its panel in that folder.
+// serves already, and leaves pictures of its panel in that folder. Needs an X display.
 
-#include <QGuiApplication>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
 #include <string>
 #include <variant>
 
+#include "app/windows/QtApplication.h"
 #include "demo/PanelDemo.h"
 #include "platform/select/selectAppPlatform.h"
 
@@ -20,8 +20,7 @@ int main(int argc, char** argv) {
                    stderr);
         return EXIT_FAILURE;
     }
-    QGuiApplication::setQuitOnLastWindowClosed(false);
-    const QGuiApplication application(argc, argv);
+    const QtApplication application({argv, argv + argc}, "xcb");
     try {
         const auto platform = selectAppPlatform(*chosen);
         return PanelDemo(*platform, {chosen->scenarioPath, argv[1]}).run() ? EXIT_SUCCESS : EXIT_FAILURE;

@@ -6,6 +6,7 @@
 
 #include "app/awake/PowerSource.h"
 #include "app/shell/LocalTime.h"
+#include "app/shell/ShellSettings.h"
 #include "platform/LoginItem.h"
 
 namespace corvane {
@@ -39,7 +40,7 @@ bool isSet(const UserDefaults& defaults, const char* setting) {
 
 MenuState::MenuState(MenuServices services) : services_(std::move(services)) {
     customDate_ = localTime(after(services_.mainLoop.wallTime(), customSession));
-    loginChoiceMade_ = isSet(services_.defaults, loginChoiceMadeSetting);
+    loginChoiceMade_ = isSet(services_.defaults, ShellSettings::loginChoiceMade);
     loginOn_ = services_.loginItem.isEnabled();
     refreshPower();
     refreshDriveRows();
@@ -104,15 +105,11 @@ void MenuState::refreshPower() {
 }
 
 void MenuState::showSettings() {
-    if (services_.showSettings) {
-        services_.showSettings();
-    }
+    services_.showSettings();
 }
 
 void MenuState::showGuide() {
-    if (services_.showGuide) {
-        services_.showGuide();
-    }
+    services_.showGuide();
 }
 
 void MenuState::quit() {
@@ -257,7 +254,7 @@ void MenuState::applyFanDuration(int seconds) {
 void MenuState::answerLogin(bool on) {
     loginOn_ = on;
     services_.loginItem.setEnabled(on);
-    services_.defaults.set(loginChoiceMadeSetting, true);
+    services_.defaults.set(ShellSettings::loginChoiceMade, true);
     loginPromptTimer_ = services_.mainLoop.after(loginPromptLinger, [this] { loginChoiceMade_ = true; });
 }
 

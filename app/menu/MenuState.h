@@ -34,9 +34,11 @@ struct MenuServices {
     UserDefaults& defaults;
     LoginItem& loginItem;
     const Lang& lang;
-    /// Opens the settings window; empty where there is none.
+    // None of these is empty.
+
+    /// Opens the settings window.
     std::function<void()> showSettings;
-    /// Opens the introduction; empty where there is none.
+    /// Opens the introduction.
     std::function<void()> showGuide;
     /// Ends the application.
     std::function<void()> quit;
@@ -97,13 +99,9 @@ class MenuState final : public QObject {
     /// Those of them that are not chosen.
     Q_PROPERTY(QList<corvane::DriveItem> addableDrives READ addableDrives NOTIFY addableDrivesChanged)
 
-    Q_PROPERTY(bool canShowSettings READ canShowSettings CONSTANT)
-    Q_PROPERTY(bool canShowGuide READ canShowGuide CONSTANT)
-
 public:
-    // The settings, all Booleans; absent means false.
+    /// Boolean: the user was asked about closed-lid mode; absent means false.
     static constexpr const char* closedLidWarnedSetting = "closedLidWarned";
-    static constexpr const char* loginChoiceMadeSetting = "loginChoiceMade";
 
     /// How long the slider must rest before its value is applied.
     static constexpr Duration sliderRest = std::chrono::milliseconds(250);
@@ -160,14 +158,11 @@ public:
     [[nodiscard]] QList<DriveItem> availableDrives() const { return availableDrives_; }
     [[nodiscard]] QList<DriveItem> addableDrives() const;
 
-    [[nodiscard]] bool canShowSettings() const { return static_cast<bool>(services_.showSettings); }
-    [[nodiscard]] bool canShowGuide() const { return static_cast<bool>(services_.showGuide); }
-
     // What the panel does.
 
     /// The panel is shown: looks at everything afresh, and opens just the sections that are in use.
-    Q_INVOKABLE void panelAppeared();
-    Q_INVOKABLE void panelDisappeared();
+    void panelAppeared();
+    void panelDisappeared();
 
     /// On: a session of a day. Off: no session.
     Q_INVOKABLE void toggleAwake(bool on);
@@ -192,7 +187,6 @@ public:
     /// Whether to start at login. That the user was asked is kept.
     Q_INVOKABLE void answerLogin(bool on);
 
-    /// Without effect where it cannot be shown.
     Q_INVOKABLE void showSettings();
     Q_INVOKABLE void showGuide();
     Q_INVOKABLE void quit();

@@ -2,10 +2,12 @@
 
 #include <QObject>
 
+#include "app/shell/ShellSettings.h"
+
 namespace corvane {
 
 bool OnboardingController::showIfFirstLaunch() {
-    if (services_.defaults.get<std::string>(seenVersionSetting) == services_.version) {
+    if (services_.defaults.get<std::string>(ShellSettings::seenIntroduction) == services_.version) {
         return false;
     }
     show();
@@ -36,7 +38,7 @@ void OnboardingController::open() {
 
 /// Its window may be the one that calls, so that it closes afterwards.
 void OnboardingController::finish() {
-    services_.defaults.set(seenVersionSetting, services_.version);
+    services_.defaults.set(ShellSettings::seenIntroduction, services_.version);
     completedThisRun_ = true;
     services_.mainLoop.async(showing_->lifetime.bound([this] { windowClosed(); }));
 }

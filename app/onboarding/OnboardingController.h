@@ -7,18 +7,18 @@
 #include <utility>
 
 #include "app/onboarding/OnboardingState.h"
+#include "app/shell/AppWindow.h"
 #include "app/shell/Lang.h"
 #include "app/shell/WindowPresence.h"
-#include "app/windows/AppWindow.h"
 #include "platform/Lifetime.h"
 #include "platform/SerialQueue.h"
 #include "platform/UserDefaults.h"
 
 namespace corvane {
 
-/// Makes the window that shows this introduction, which outlives it. `closed` as AppWindowFactory has it.
+/// Makes the window that shows this introduction, which outlives it.
 using OnboardingWindowFactory =
-    std::function<std::unique_ptr<AppWindow>(OnboardingState& introduction, std::function<void()> closed)>;
+    std::function<std::unique_ptr<AppWindow>(OnboardingState& introduction, WindowClosed closed)>;
 
 /// What the introduction needs. The references outlive its controller.
 struct OnboardingServices {
@@ -34,8 +34,6 @@ struct OnboardingServices {
 /// Shows the introduction, once by itself for each version of the application. Belongs to the main loop.
 class OnboardingController {
 public:
-    /// The setting, a text: the version whose introduction was last seen to its end.
-    static constexpr const char* seenVersionSetting = "onboardingSeenVersion";
     /// From the closing of a finished introduction to what follows it.
     static constexpr Duration finishDelay = std::chrono::milliseconds(350);
 
@@ -57,9 +55,6 @@ public:
     /// The language has changed: an open introduction follows.
     void retranslate();
 
-    /// The open introduction was seen to its end, and is about to close.
-    [[nodiscard]] bool completedThisRun() const { return completedThisRun_; }
-
 private:
     /// An introduction on the screen. Members in the order in which they need each other.
     struct Showing {
@@ -78,6 +73,7 @@ private:
     OnboardingServices services_;
     std::function<void()> onFinished_;
     std::unique_ptr<Showing> showing_;
+    /// The open introduction was seen to its end, and is about to close.
     bool completedThisRun_ = false;
     std::unique_ptr<Timer> finishTimer_;
 };

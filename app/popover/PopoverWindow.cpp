@@ -35,15 +35,21 @@ Qt::WindowFlags popoverFlags() {
     return isOnX11() && !isInWaylandSession() ? flags | Qt::X11BypassWindowManagerHint : flags;
 }
 
-/// What lies over the views, such as menus, in the one item that Qt Quick keeps for it. Each item belongs to
-/// the pop-up that it shows.
+/// Menus and the like, which only hold what the user has not chosen yet. A question stays: it was asked for
+/// good, and waits for its answer until the panel is open again.
+bool isForTheMoment(const QObject& popup) {
+    return popup.inherits("QQuickPopup") && !popup.inherits("QQuickDialog");
+}
+
+/// What lies over the views, in the one item that Qt Quick keeps for it. Each item belongs to the pop-up that
+/// it shows.
 void closePopups(const QQuickItem& content) {
     for (const QQuickItem* layer : content.childItems()) {
         if (!layer->inherits("QQuickOverlay")) {
             continue;
         }
         for (const QQuickItem* item : layer->childItems()) {
-            if (QObject* const popup = item->parent(); popup != nullptr && popup->inherits("QQuickPopup")) {
+            if (QObject* const popup = item->parent(); popup != nullptr && isForTheMoment(*popup)) {
                 QMetaObject::invokeMethod(popup, "close");
             }
         }
@@ -63,6 +69,7 @@ PopoverWindow::PopoverWindow(QQmlEngine& engine, SerialQueue& mainLoop)
 void PopoverWindow::open(std::optional<QPoint> anchor) {
     isOpen_ = true;
     anchor_ = anchor;
+    QCoreApplication::instance()->installEventFilter(this);
     setScreen(&screenOf(anchor));
     connect(rootObject(), &QQuickItem::implicitHeightChanged, this, &PopoverWindow::place,
             Qt::UniqueConnection);
@@ -76,6 +83,7 @@ void PopoverWindow::dismiss() {
     if (!std::exchange(isOpen_, false)) {
         return;
     }
+    QCoreApplication::instance()->removeEventFilter(this);
     grabTimer_.reset();
     if (isOnX11()) {
         setMouseGrabEnabled(false);
@@ -117,12 +125,17 @@ void PopoverWindow::grabPointer() {
     }
 }
 
-void PopoverWindow::mousePressEvent(QMouseEvent* event) {
-    if (QRect(QPoint(), size()).contains(event->position().toPoint())) {
-        QQuickView::mousePressEvent(event);
-    } else {
-        depart(event->globalPosition().toPoint());
+/// Before Qt Quick sees it: a modal pop-up keeps every press to itself, also one outside the window.
+bool PopoverWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (watched != this || event->type() != QEvent::MouseButtonPress) {
+        return QQuickView::eventFilter(watched, event);
     }
+    const auto& press = *static_cast<const QMouseEvent*>(event);
+    if (QRect(QPoint(), size()).contains(press.position().toPoint())) {
+        return false;
+    }
+    depart(press.globalPosition().toPoint());
+    return true;
 }
 
 void PopoverWindow::focusOutEvent(QFocusEvent* event) {

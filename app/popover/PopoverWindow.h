@@ -20,7 +20,8 @@ public:
 
     /// See Popover.
     void open(std::optional<QPoint> anchor);
-    /// Takes along what lies open over the content, such as a menu.
+    /// Takes along what lies open over the content, such as a menu; a question is there again with the
+    /// content.
     Q_SLOT void dismiss();
 
     /// What the user did elsewhere, so that it was dismissed.
@@ -37,10 +38,10 @@ Q_SIGNALS:
 
 protected:
     bool event(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void exposeEvent(QExposeEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
-    void mousePressEvent(QMouseEvent* event) override;
 
 private:
     void place();

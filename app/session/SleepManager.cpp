@@ -17,7 +17,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr Duration soonestExpiry = 500ms;
+constexpr WallTime::duration soonestExpiry = 500ms;
 constexpr Duration tickPeriod = 1s;
 
 /// "9:05" for less than an hour, "1:00:00" from there on.

@@ -77,7 +77,7 @@ public:
     using Kinds = SleepAssertions::Kinds;
 
     /// A session that is begun kind by kind ends after this.
-    static constexpr Duration longestToggledSession = std::chrono::hours(24);
+    static constexpr std::chrono::hours longestToggledSession{24};
     static constexpr Duration batteryCheckPeriod = std::chrono::seconds(30);
     /// On battery at this charge or less the session ends, once until the battery is charged again...
     static constexpr int lowBatteryPercent = 15;

@@ -5,15 +5,15 @@
 #include <memory>
 
 #include "app/settings/SettingsState.h"
+#include "app/shell/AppWindow.h"
 #include "app/shell/WindowPresence.h"
-#include "app/windows/AppWindow.h"
 #include "platform/Lifetime.h"
 
 namespace corvane {
 
-/// Makes a window that shows this state, which outlives it. `closed` as AppWindowFactory has it.
+/// Makes a window that shows this state, which outlives it.
 using SettingsWindowFactory =
-    std::function<std::unique_ptr<AppWindow>(SettingsState& state, std::function<void()> closed)>;
+    std::function<std::unique_ptr<AppWindow>(SettingsState& state, WindowClosed closed)>;
 
 /// The settings window: there is one at most. Main loop.
 ///

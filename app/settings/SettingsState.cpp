@@ -63,36 +63,36 @@ void SettingsState::setLaunchAtLogin(bool on) {
 }
 
 void SettingsState::setShowTemp(bool on) {
-    if (isRemoved()) {
-        return;
+    if (store(ShellSettings::showTemperature, on)) {
+        showTemp_ = on;
     }
-    services_.defaults.set(ShellSettings::showTemperature, on);
-    showTemp_ = on;
 }
 
 void SettingsState::setHotkeysOn(bool on) {
-    if (isRemoved()) {
-        return;
+    if (store(ShellSettings::hotkeys, on)) {
+        services_.enableHotkeys(on);
+        hotkeysOn_ = on;
     }
-    services_.defaults.set(ShellSettings::hotkeys, on);
-    services_.enableHotkeys(on);
-    hotkeysOn_ = on;
 }
 
 void SettingsState::setHeatAlerts(bool on) {
-    if (isRemoved()) {
-        return;
+    if (store(FanSettings::heatAlerts, on)) {
+        heatAlerts_ = on;
     }
-    services_.defaults.set(FanSettings::heatAlerts, on);
-    heatAlerts_ = on;
 }
 
 void SettingsState::setLowBattStop(bool on) {
-    if (isRemoved()) {
-        return;
+    if (store(LowBatteryAutoStop::setting, on)) {
+        lowBattStop_ = on;
     }
-    services_.defaults.set(LowBatteryAutoStop::setting, on);
-    lowBattStop_ = on;
+}
+
+bool SettingsState::store(const char* setting, bool on) {
+    if (isRemoved()) {
+        return false;
+    }
+    services_.defaults.set(setting, on);
+    return true;
 }
 
 // The language.

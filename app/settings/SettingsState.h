@@ -151,6 +151,8 @@ private:
     [[nodiscard]] QString alertName() const;
     [[nodiscard]] bool isOccupied() const { return isRemoving_ || alert_ != Alert::none; }
     [[nodiscard]] bool isRemoved() const { return alert_ == Alert::removed; }
+    /// False once the application is removed, which has no settings any more.
+    bool store(const char* setting, bool on);
     void endRemoval(const InstallResult& result);
     /// False when that alert does not wait.
     bool close(Alert alert);

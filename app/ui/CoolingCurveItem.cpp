@@ -18,8 +18,8 @@ constexpr double dotRadius = 3.5;
 
 constexpr double guideOpacity = 0.1;
 constexpr double markerOpacity = 0.18;
-constexpr double areaOpacityAtTop = 0.2;
-constexpr double areaOpacityAtBottom = 0.02;
+constexpr double curveOpacityAtTop = 0.2;
+constexpr double curveOpacityAtBottom = 0.02;
 constexpr double curveWidth = 1.8;
 
 }  // namespace
@@ -55,8 +55,8 @@ void CoolingCurveItem::drawCurve(QPainter& painter, CoolingProfile::Kind profile
     const double w = area().width();
     const double h = area().height();
     QLinearGradient gradient(0, 0, 0, h);
-    gradient.setColorAt(0, fainter(color_, areaOpacityAtTop));
-    gradient.setColorAt(1, fainter(color_, areaOpacityAtBottom));
+    gradient.setColorAt(0, fainter(color_, curveOpacityAtTop));
+    gradient.setColorAt(1, fainter(color_, curveOpacityAtBottom));
     painter.fillPath(chartPath(coolingCurveArea(profile, tMin_, tMax_, w, h)), gradient);
     painter.strokePath(chartPath(coolingCurvePoints(profile, tMin_, tMax_, w, h)),
                        QPen(color_, curveWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));

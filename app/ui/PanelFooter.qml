@@ -31,7 +31,6 @@ RowLayout {
         objectName: "settings"
         symbol: "gearshape"
         text: Lang.isGerman ? "Einstellungen" : "Settings"
-        visible: footer.menu.canShowSettings
 
         onClicked: footer.menu.showSettings()
     }
@@ -40,7 +39,6 @@ RowLayout {
         objectName: "guide"
         symbol: "questionmark.circle"
         text: Lang.isGerman ? "Anleitung anzeigen" : "Show guide"
-        visible: footer.menu.canShowGuide
 
         onClicked: footer.menu.showGuide()
     }

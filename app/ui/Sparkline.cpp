@@ -11,8 +11,8 @@ namespace corvane {
 
 namespace {
 
-constexpr double areaOpacityAtTop = 0.28;
-constexpr double areaOpacityAtBottom = 0.02;
+constexpr double sparklineOpacityAtTop = 0.28;
+constexpr double sparklineOpacityAtBottom = 0.02;
 constexpr double lineWidth = 1.5;
 
 }  // namespace
@@ -24,8 +24,8 @@ Sparkline::Sparkline(QQuickItem* parent) : QQuickPaintedItem(parent) {
 
 void Sparkline::paint(QPainter* painter) {
     QLinearGradient gradient(0, 0, 0, height());
-    gradient.setColorAt(0, fainter(color_, areaOpacityAtTop));
-    gradient.setColorAt(1, fainter(color_, areaOpacityAtBottom));
+    gradient.setColorAt(0, fainter(color_, sparklineOpacityAtTop));
+    gradient.setColorAt(1, fainter(color_, sparklineOpacityAtBottom));
     painter->fillPath(chartPath(sparklineArea(values_, width(), height())), gradient);
     painter->strokePath(chartPath(sparklinePoints(values_, width(), height())), QPen(color_, lineWidth));
 }

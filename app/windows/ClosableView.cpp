@@ -6,7 +6,7 @@ namespace corvane {
 
 void ClosableView::closeEvent(QCloseEvent* event) {
     QQuickView::closeEvent(event);
-    mainLoop_.async(lifetime_.bound([this] { closed_(); }));
+    mainLoop_.async(lifetime_.bound(closed_));
 }
 
 void ClosableView::keyPressEvent(QKeyEvent* event) {

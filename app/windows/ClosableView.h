@@ -1,9 +1,9 @@
 #pragma once
 
 #include <QQuickView>
-#include <functional>
 #include <utility>
 
+#include "app/shell/AppWindow.h"
 #include "platform/Lifetime.h"
 #include "platform/SerialQueue.h"
 
@@ -14,9 +14,8 @@ class ClosableView final : public QQuickView {
     Q_OBJECT
 
 public:
-    /// `closed` runs on the main loop, outside the view's own calls. The engine and the loop outlive the
-    /// view.
-    ClosableView(QQmlEngine& engine, SerialQueue& mainLoop, std::function<void()> closed)
+    /// The engine and the loop outlive the view.
+    ClosableView(QQmlEngine& engine, SerialQueue& mainLoop, WindowClosed closed)
         : QQuickView(&engine, nullptr), mainLoop_(mainLoop), closed_(std::move(closed)) {}
 
 protected:
@@ -25,7 +24,7 @@ protected:
 
 private:
     SerialQueue& mainLoop_;
-    std::function<void()> closed_;
+    WindowClosed closed_;
     Lifetime lifetime_;
 };
 

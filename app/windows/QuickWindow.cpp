@@ -34,7 +34,7 @@ QUrl sourceOf(const QString& view) {
 
 }  // namespace
 
-QuickWindow::QuickWindow(const WindowServices& services, const Content& content, std::function<void()> closed)
+QuickWindow::QuickWindow(const WindowServices& services, const Content& content, WindowClosed closed)
     : language_(services.lang), appearance_(services.appearance) {
     QGuiApplication::setFont(uiFont());
     prepareEngine(engine_, language_, appearance_);

@@ -8,9 +8,9 @@
 #include <functional>
 #include <memory>
 
+#include "app/shell/AppWindow.h"
 #include "app/ui/AppearanceState.h"
 #include "app/ui/LanguageState.h"
-#include "app/windows/AppWindow.h"
 #include "app/windows/WindowServices.h"
 
 namespace corvane {
@@ -37,8 +37,8 @@ public:
         Frame frame = Frame::titleBar;
     };
 
-    /// Makes it in the middle of the screen. `closed` as AppWindowFactory has it.
-    QuickWindow(const WindowServices& services, const Content& content, std::function<void()> closed);
+    /// Makes it in the middle of the screen; it shows with `bringToFront`.
+    QuickWindow(const WindowServices& services, const Content& content, WindowClosed closed);
     ~QuickWindow() override;
 
     void bringToFront() override;

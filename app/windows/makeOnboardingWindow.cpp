@@ -10,8 +10,7 @@
 namespace corvane {
 
 std::unique_ptr<QuickWindow> makeOnboardingWindow(SerialQueue& mainLoop, const Lang& lang,
-                                                  OnboardingState& introduction,
-                                                  std::function<void()> closed) {
+                                                  OnboardingState& introduction, WindowClosed closed) {
     static DarkAppearance appearance;
     auto window = std::make_unique<QuickWindow>(
         WindowServices{.mainLoop = mainLoop, .appearance = appearance, .lang = lang},

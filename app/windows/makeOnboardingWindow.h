@@ -11,9 +11,9 @@
 namespace corvane {
 
 /// The window of the introduction, dark whatever the desktop prefers, in the language of its pages. All
-/// references outlive it; `closed` as AppWindowFactory has it.
+/// references outlive it. Main loop.
 [[nodiscard]] std::unique_ptr<QuickWindow> makeOnboardingWindow(SerialQueue& mainLoop, const Lang& lang,
                                                                 OnboardingState& introduction,
-                                                                std::function<void()> closed);
+                                                                WindowClosed closed);
 
 }  // namespace corvane

@@ -22,7 +22,7 @@ QVariant lentToView(Model& model) {
 }  // namespace
 
 std::unique_ptr<QuickWindow> makeSettingsWindow(const WindowServices& services, SettingsState& state,
-                                                std::function<void()> closed) {
+                                                WindowClosed closed) {
     auto window = std::make_unique<QuickWindow>(
         services,
         QuickWindow::Content{

@@ -8,10 +8,9 @@
 
 namespace corvane {
 
-/// The settings window, which shows `state` and speaks its language at once. What it is given outlives it;
-/// `closed` as AppWindowFactory has it. Main loop.
+/// The settings window, which shows `state` and speaks its language at once. What it is given outlives it.
+/// Main loop.
 [[nodiscard]] std::unique_ptr<QuickWindow> makeSettingsWindow(const WindowServices& services,
-                                                              SettingsState& state,
-                                                              std::function<void()> closed);
+                                                              SettingsState& state, WindowClosed closed);
 
 }  // namespace corvane

@@ -29,6 +29,13 @@ TEST_F(MenuBarTest, OpensThePanelByItselfOnceAfterANewBuild) {
     EXPECT_EQ(platform.defaults->get<std::string>("lastLaunchedBuild"), BuildInfo::buildNumber);
 }
 
+TEST_F(MenuBarTest, OpensThePanelByItselfAtTheItemWhereTheTrayTellsItsPlace) {
+    start();
+    item().tellPlace({900, 24});
+    platform.helper.advance(1s);
+    EXPECT_THAT(shown.popover->openings, ElementsAre(QPoint(900, 24)));
+}
+
 TEST_F(MenuBarTest, OpensThePanelByItselfAfterAnotherBuildThanTheLast) {
     platform.storedAtFirst = {{"lastLaunchedBuild", std::string("0")}};
     start();
@@ -63,6 +70,15 @@ TEST_F(MenuBarTest, OpensThePanelWhereItIsClickedAndClosesItWithTheNextClick) {
     EXPECT_FALSE(shown.popover->isShown());
     item().click();
     EXPECT_THAT(shown.popover->openings, ElementsAre(QPoint(1200, 12), std::nullopt));
+}
+
+TEST_F(MenuBarTest, ComesBeforeAllOthersWithThePanel) {
+    startAgain();
+    const int before = platform.activationPolicy->activations();
+    item().click({ScreenPoint{1200, 12}});
+    EXPECT_EQ(platform.activationPolicy->activations(), before + 1);
+    item().click({ScreenPoint{1200, 12}});
+    EXPECT_EQ(platform.activationPolicy->activations(), before + 1) << "closed, it stays where it is";
 }
 
 TEST_F(MenuBarTest, DoesNotReopenThePanelWithTheClickThatClosedIt) {

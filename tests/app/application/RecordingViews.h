@@ -22,14 +22,13 @@ public:
                         return made;
                     },
                 .makeSettingsWindow =
-                    [this](const WindowServices& /*services*/, SettingsState& state,
-                           std::function<void()> closed) {
+                    [this](const WindowServices& /*services*/, SettingsState& state, WindowClosed closed) {
                         settings = &state;
                         return std::make_unique<RecordingWindow>(settingsWindow, std::move(closed));
                     },
                 .makeOnboardingWindow =
                     [this](SerialQueue& /*mainLoop*/, const Lang& /*lang*/, OnboardingState& state,
-                           std::function<void()> closed) {
+                           WindowClosed closed) {
                         introduction = &state;
                         return std::make_unique<RecordingWindow>(introductionWindow, std::move(closed));
                     }};

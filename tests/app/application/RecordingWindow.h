@@ -3,14 +3,14 @@
 #include <functional>
 #include <utility>
 
-#include "app/windows/AppWindow.h"
+#include "app/shell/AppWindow.h"
 
 namespace corvane {
 
 /// A window that tells `current` of itself as long as it exists.
 class RecordingWindow final : public AppWindow {
 public:
-    RecordingWindow(RecordingWindow*& current, std::function<void()> closed)
+    RecordingWindow(RecordingWindow*& current, WindowClosed closed)
         : current_(current), closed_(std::move(closed)) {
         current_ = this;
     }
@@ -25,7 +25,7 @@ public:
 
 private:
     RecordingWindow*& current_;
-    std::function<void()> closed_;
+    WindowClosed closed_;
 };
 
 }  // namespace corvane

@@ -1,3 +1,7 @@
+#include <string>
+#include <utility>
+#include <vector>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -12,12 +16,34 @@ namespace {
 using testing::Contains;
 using testing::ElementsAre;
 
-TEST(RunApplication, HoldsTerminationSignalsBeforeItDoesAnythingElse) {
+/// Views that tell when they are made.
+Views tellingViews(RecordingViews& recorded, Log& log) {
+    Views views = recorded.views();
+    views.makePopover = [&log, make = views.makePopover](const PanelModels& models) {
+        log.write("[panel]");
+        return make(models);
+    };
+    views.makeOnboardingWindow = [&log, make = views.makeOnboardingWindow](auto&&... arguments) {
+        log.write("[introduction]");
+        return make(std::forward<decltype(arguments)>(arguments)...);
+    };
+    return views;
+}
+
+TEST(RunApplication, StartsUpInItsOrderWithTheSignalsHeldFirst) {
     TestAppPlatform platform;
+    RecordingViews recorded;
     platform.loop.raiseAfter(3s);
-    EXPECT_EQ(runApplication(platform, RecordingViews().views()), 0);
-    EXPECT_THAT(platform.events.events, ElementsAre("[signals held]", "Corvane: the fan helper is installed",
-                                                    "[signals handled]", "[main loop]", "[helper]"));
+    EXPECT_EQ(runApplication(platform, tellingViews(recorded, platform.events)), 0);
+
+    std::vector<std::string> expected = {"[signals held]",    "Corvane: the fan helper is installed",
+                                         "[status item]",     "[panel]",
+                                         "[signals handled]", "[introduction]"};
+    if (*BuildInfo::updateFeed != '\0') {
+        expected.emplace_back("[web]");
+    }
+    expected.insert(expected.end(), {"[hot key]", "[hot key]", "[main loop]", "[helper]"});
+    EXPECT_EQ(platform.events.events, expected);
 }
 
 TEST(RunApplication, EndsAtASignalWithoutAWordToTheHelperWhichThenReleasesByItself) {

@@ -102,12 +102,13 @@ public:
         return made;
     }
     std::unique_ptr<HttpsClient> makeHttpsClient() override {
-        auto made = std::make_unique<SimulatedHttpsClient>(queue);
-        web = made.get();
+        auto made = std::make_unique<Web>(*this);
+        web = &made->simulated;
         return made;
     }
     std::unique_ptr<UrlOpener> makeUrlOpener() override { return std::make_unique<RecordingUrlOpener>(); }
     std::unique_ptr<StatusItem> makeStatusItem(Appearance& /*appearance*/) override {
+        events.write("[status item]");
         auto made = std::make_unique<SimulatedStatusItem>();
         statusItem = made.get();
         return made;
@@ -118,8 +119,8 @@ public:
         return std::make_unique<SimulatedInstalledApplications>(queue);
     }
     std::unique_ptr<HotKeyService> makeHotKeyService() override {
-        auto made = std::make_unique<SimulatedHotKeyService>();
-        keyboard = made.get();
+        auto made = std::make_unique<Keyboard>(*this);
+        keyboard = &made->simulated;
         return made;
     }
     std::unique_ptr<ActivationPolicy> makeActivationPolicy() override {
@@ -165,6 +166,35 @@ public:
     std::function<void()> resume;
 
 private:
+    class Web final : public HttpsClient {
+    public:
+        explicit Web(TestAppPlatform& platform) : simulated(platform.queue), platform_(platform) {}
+        void get(const Request& request, Done done) override {
+            platform_.events.write("[web]");
+            simulated.get(request, std::move(done));
+        }
+
+        SimulatedHttpsClient simulated;
+
+    private:
+        TestAppPlatform& platform_;
+    };
+
+    class Keyboard final : public HotKeyService {
+    public:
+        explicit Keyboard(TestAppPlatform& platform) : platform_(platform) {}
+        [[nodiscard]] std::unique_ptr<HotKeyRegistration> add(
+            const HotKey& key, std::function<void(std::uint32_t id)> pressed) override {
+            platform_.events.write("[hot key]");
+            return simulated.add(key, std::move(pressed));
+        }
+
+        SimulatedHotKeyService simulated;
+
+    private:
+        TestAppPlatform& platform_;
+    };
+
     class Resumes final : public ResumeObserver {
     public:
         explicit Resumes(TestAppPlatform& platform) : platform_(platform) {}

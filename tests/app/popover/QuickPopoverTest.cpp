@@ -1,9 +1,9 @@
 #include <QCloseEvent>
-#include <QFocusEvent>
 #include <QGuiApplication>
 #include <QQuickItem>
 #include <QScreen>
 #include <QTest>
+#include <QWindow>
 #include <functional>
 #include <optional>
 
@@ -47,9 +47,47 @@ protected:
         renderAll(window());
     }
 
+    void clickElsewhere() { QTest::mouseClick(&window(), Qt::LeftButton, Qt::NoModifier, QPoint(-40, 30)); }
+    void clickOn(const char* path) {
+        const QQuickItem& target = item(path);
+        QTest::mouseClick(&window(), Qt::LeftButton, Qt::NoModifier,
+                          target.mapToScene(target.boundingRect().center()).toPoint());
+        settle();
+    }
+
+    /// The user switches the closed-lid mode on for the first time.
+    void beAskedAboutTheLid() {
+        machine.menu->toggleClosedLid(true);
+        settle();
+        ASSERT_TRUE(QTest::qWaitFor([this] { return item("alertAccept").hasActiveFocus(); }));
+    }
+    /// The question is seen and takes the mouse and the keyboard.
+    void expectQuestionAboutTheLid() {
+        ASSERT_TRUE(isShownAt(*window().contentItem(), "alertAccept"));
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window()));
+        EXPECT_TRUE(item("alertAccept").hasActiveFocus());
+        QTest::keyClick(&window(), Qt::Key_Tab);
+        EXPECT_TRUE(item("alertReject").hasActiveFocus());
+        QTest::keyClick(&window(), Qt::Key_Backtab);
+        EXPECT_TRUE(item("alertAccept").hasActiveFocus());
+    }
+    bool isLidQuestionShown() {
+        settle();
+        return isShownAt(*window().contentItem(), "alertAccept");
+    }
+
+    bool isMenuShown() {
+        bool isShown = false;
+        forEachShown(*window().contentItem(),
+                     [&isShown](const QQuickItem& each) { isShown |= each.inherits("QQuickMenuItem"); });
+        return isShown;
+    }
+
+    /// To a window that is gone again at once.
     void loseKeyboard() {
-        QFocusEvent lost(QEvent::FocusOut, Qt::ActiveWindowFocusReason);
-        QCoreApplication::sendEvent(&window(), &lost);
+        QWindow other;
+        other.show();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
     }
 
     PopoverWindow& window() { return *popover->window(); }
@@ -98,7 +136,7 @@ TEST_F(QuickPopoverTest, GrowsWithItsContentButNotBeyondTheScreen) {
 
 TEST_F(QuickPopoverTest, IsClosedByAClickElsewhere) {
     show();
-    QTest::mouseClick(&window(), Qt::LeftButton, Qt::NoModifier, QPoint(-40, 30));
+    clickElsewhere();
     EXPECT_FALSE(popover->isShown());
 }
 
@@ -144,7 +182,7 @@ TEST_F(QuickPopoverTest, KnowsTheClickThatTookItsKeyboardForAMoment) {
 TEST_F(QuickPopoverTest, KnowsTheClickOnTheStatusItemThatWasAClickElsewhereToIt) {
     show();
     const QPoint pressed = window().mapToGlobal(QPoint(-40, 30));
-    QTest::mouseClick(&window(), Qt::LeftButton, Qt::NoModifier, QPoint(-40, 30));
+    clickElsewhere();
     EXPECT_TRUE(popover->wasClosedByThisClick(pressed + QPoint(10, -12)));
     EXPECT_TRUE(popover->wasClosedByThisClick(std::nullopt)) << "a tray that does not tell where";
     EXPECT_FALSE(popover->wasClosedByThisClick(pressed + QPoint(200, 0))) << "the item is not there";
@@ -182,7 +220,8 @@ TEST_F(QuickPopoverTest, TakesWhatLiesOpenOverItAlongWhenItIsClosed) {
     show();
     QObject& picker = *window().rootObject()->findChild<QObject*>("applicationPicker");
     for (const auto& leave :
-         {std::function<void()>([&] { loseKeyboard(); }), std::function<void()>([&] { popover->close(); })}) {
+         {std::function<void()>([&] { loseKeyboard(); }), std::function<void()>([&] { popover->close(); }),
+          std::function<void()>([&] { clickElsewhere(); })}) {
         QMetaObject::invokeMethod(&picker, "open");
         settle();
         ASSERT_TRUE(picker.property("visible").toBool());
@@ -192,6 +231,67 @@ TEST_F(QuickPopoverTest, TakesWhatLiesOpenOverItAlongWhenItIsClosed) {
         EXPECT_FALSE(picker.property("visible").toBool());
         EXPECT_TRUE(popover->isShown());
     }
+}
+
+TEST_F(QuickPopoverTest, TakesAMenuAlongWhenTheUserClicksElsewhere) {
+    machine.attach("Backup");
+    machine.manager->drives().setEnabled(true);
+    show();
+    clickOn("addDrive");
+    ASSERT_TRUE(isMenuShown());
+    clickElsewhere();
+    EXPECT_FALSE(popover->isShown());
+    show();
+    EXPECT_FALSE(isMenuShown());
+}
+
+TEST_F(QuickPopoverTest, IsClosedByAClickElsewhereWhileAQuestionIsOpen) {
+    show();
+    beAskedAboutTheLid();
+    clickElsewhere();
+    EXPECT_FALSE(popover->isShown());
+    EXPECT_TRUE(popover->wasClosedByThisClick(std::nullopt));
+}
+
+TEST_F(QuickPopoverTest, StaysOpenForAClickBesideTheQuestion) {
+    show();
+    beAskedAboutTheLid();
+    QTest::mouseClick(&window(), Qt::LeftButton, Qt::NoModifier, QPoint(2, 2));
+    EXPECT_TRUE(popover->isShown());
+    EXPECT_TRUE(isLidQuestionShown());
+}
+
+TEST_F(QuickPopoverTest, AsksAgainWhatWasNotAnsweredWhenItWasClosed) {
+    show();
+    beAskedAboutTheLid();
+    for (const auto& leave :
+         {std::function<void()>([&] { loseKeyboard(); }), std::function<void()>([&] { popover->close(); }),
+          std::function<void()>([&] { clickElsewhere(); })}) {
+        leave();
+        ASSERT_FALSE(popover->isShown());
+        EXPECT_FALSE(machine.manager->lid().enabled());
+        show();
+        expectQuestionAboutTheLid();
+    }
+    clickOn("alertAccept");
+    EXPECT_TRUE(machine.manager->lid().enabled());
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !isLidQuestionShown(); }));
+}
+
+TEST_F(QuickPopoverTest, CanBeToldNoAfterItWasClosedOverAQuestion) {
+    show();
+    beAskedAboutTheLid();
+    loseKeyboard();
+    show();
+    expectQuestionAboutTheLid();
+    clickOn("alertReject");
+    EXPECT_FALSE(machine.manager->lid().enabled());
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !isLidQuestionShown(); }));
+    popover->close();
+    show();
+    EXPECT_FALSE(isLidQuestionShown());
+    clickOn("closedLidSection/switch");
+    EXPECT_TRUE(isLidQuestionShown()) << "the next time";
 }
 
 TEST_F(QuickPopoverTest, SpeaksTheLanguageThatWasChosenSinceItWasLastOpen) {

@@ -50,8 +50,8 @@ TEST_F(HotkeysTest, AreNotRegisteredAtFirst) {
 
 TEST_F(HotkeysTest, RegisterKAndLWithCommandAndOption) {
     hotkeys->setEnabled(true);
-    EXPECT_THAT(service.registered(),
-                ElementsAre(HotKey{1, 'k', 0x0900, "Keep awake"}, HotKey{2, 'l', 0x0900, "Fan boost"}));
+    EXPECT_THAT(service.registered(), ElementsAre(HotKey{1, 'k', 0x0900, "Keep awake", 0x44424B41},
+                                                  HotKey{2, 'l', 0x0900, "Fan boost", 0x44424641}));
 }
 
 TEST_F(HotkeysTest, AreDescribedInTheUsersLanguage) {

@@ -1,5 +1,6 @@
 #include <QColor>
 #include <QImage>
+#include <algorithm>
 
 #include "tests/app/ui/ControlTest.h"
 
@@ -26,6 +27,23 @@ protected:
             }
         }
         return count;
+    }
+    /// How much ink there is in one column of an image that is black on white, in rows of full black.
+    static double ink(const QImage& image, int x, int fromRow, int toRow) {
+        double ink = 0;
+        for (int y = fromRow; y < toRow; ++y) {
+            ink += 1 - image.pixelColor(x, y).red() / 255.0;
+        }
+        return ink;
+    }
+    void loadBlack(const std::string& chart) {
+        load("Rectangle { anchors.fill: parent; color: 'white' } " + chart);
+    }
+    void loadBlackCurve(const std::string& more) {
+        loadBlack(
+            "CoolingCurveView { width: 308; height: 78; color: 'black'; primaryColor: 'black'; tMin: 35;"
+            " tMax: 95; " +
+            more + " }");
     }
     void loadCurve(const std::string& more) {
         load("CoolingCurveView { width: 308; height: 78; color: '#d00000'; tMin: 35; tMax: 95;" + more +
@@ -68,6 +86,40 @@ TEST_F(ChartsTest, ATemperatureBeyondTheRangeIsNotMarked) {
     }
 }
 
+TEST_F(ChartsTest, ACoolingCurveHasAFaintDashedGuideInTheMiddle) {
+    loadBlackCurve("kind: 'silent'");
+    const QImage image = picture();
+    double least = 1;
+    double most = 0;
+    for (int x = 6; x < 40; ++x) {
+        least = std::min(least, ink(image, x, 34, 44));
+        most = std::max(most, ink(image, x, 34, 44));
+    }
+    EXPECT_NEAR(most, 0.1, 0.015);
+    EXPECT_NEAR(least, 0, 0.015) << "between the dashes";
+}
+
+TEST_F(ChartsTest, ACoolingCurveStandsOnAnAreaThatFadesDownwards) {
+    loadBlackCurve("kind: 'max'");
+    const QImage image = picture();
+    EXPECT_NEAR(ink(image, 300, 10, 11), 0.2 - 0.18 * 6.5 / 70, 0.01);
+    EXPECT_NEAR(ink(image, 300, 72, 73), 0.2 - 0.18 * 68.5 / 70, 0.01);
+    // The line at the top, and five rows of the area, of which the line covers a part.
+    EXPECT_NEAR(ink(image, 300, 0, 9), 1.8 + 4.1 * 0.193, 0.1);
+}
+
+TEST_F(ChartsTest, ACoolingCurveMarksTheTemperatureFaintly) {
+    loadBlackCurve("kind: 'silent'");
+    const QImage without = picture();
+    loadBlackCurve("kind: 'silent'; currentTemp: 65");
+    const QImage with = picture();
+    double marked = 0;
+    for (int x = 148; x < 160; ++x) {
+        marked += ink(with, x, 10, 11) - ink(without, x, 10, 11);
+    }
+    EXPECT_NEAR(marked, 0.18, 0.02);
+}
+
 TEST_F(ChartsTest, NothingIsDrawnForAnUnknownProfile) {
     loadCurve("kind: 'turbo'; currentTemp: 60");
     EXPECT_EQ(redPixels(picture()), 0);
@@ -99,6 +151,15 @@ TEST_F(ChartsTest, ASparklineUsesTheMiddleOfItsHeight) {
     const QImage image = picture();
     EXPECT_NEAR(firstRed(image, 50, 100), 12, 2);
     EXPECT_NEAR(firstRed(image, 1, 100), 86, 3);
+}
+
+TEST_F(ChartsTest, ASparklineStandsOnAnAreaThatFadesDownwards) {
+    loadBlack("Sparkline { width: 100; height: 100; color: 'black'; values: [40, 60, 60, 40] }");
+    const QImage image = picture();
+    EXPECT_NEAR(ink(image, 50, 20, 21), 0.28 - 0.26 * 0.205, 0.01);
+    EXPECT_NEAR(ink(image, 50, 95, 96), 0.28 - 0.26 * 0.955, 0.01);
+    // The line at 12, and four rows of the area, of which the line covers a part.
+    EXPECT_NEAR(ink(image, 50, 5, 16), 1.5 + 3.25 * 0.245, 0.1);
 }
 
 TEST_F(ChartsTest, ABadgeWithoutALabelIsNotThere) {

@@ -243,6 +243,16 @@ private:
     QImage picture_;
 };
 
+TEST_F(OnboardingColorsTest, FadeFromOnePageToTheNext) {
+    open("en");
+    showPage(1);
+    const QColor before = shade();
+    introduction.advance(1);
+    EXPECT_EQ(shade(), before) << "at first";
+    showPage(2);
+    EXPECT_NE(shade(), before);
+}
+
 TEST_F(OnboardingColorsTest, AreDarkAndTintedWithTheAccentFromAbove) {
     open("en");
     for (int page = 0; page < onboardingPageCount; ++page) {

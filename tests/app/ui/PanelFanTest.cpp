@@ -66,7 +66,23 @@ TEST_F(PanelFan, TellsThatAnInstallationWasCancelled) {
     settle();
     EXPECT_TRUE(isShown("statusMessage"));
     EXPECT_EQ(text("statusMessage"), "Installation abgebrochen");
+    EXPECT_EQ(colorOf("statusMessage"), themeColor("secondaryText"));
     EXPECT_TRUE(isShown("helperPrompt"));
+}
+
+TEST_F(PanelFan, TellsOfTheHelperBelowTheFansWhetherTheyAreExpandedOrNot) {
+    openSection();
+    EXPECT_FALSE(isShown("statusMessage"));
+    machine.killHelper();
+    settle();
+    for (const bool isExpanded : {true, false}) {
+        ASSERT_EQ(machine.menu->expandFans(), isExpanded);
+        EXPECT_TRUE(isShown("statusMessage"));
+        EXPECT_EQ(text("statusMessage"), "Helper unterbrochen — verbinde neu");
+        const QQuickItem& section = item("fanSection");
+        EXPECT_GE(item("statusMessage").mapToScene({}).y(), section.mapToScene({0, section.height()}).y());
+        click("fanSection/header");
+    }
 }
 
 TEST_F(PanelFan, OffersTheHelpersUpdate) {
@@ -183,6 +199,8 @@ TEST_F(PanelFan, BoostsForTheChosenDuration) {
                   "⏱ Boost: " + fan().boostRemainingText().value_or("none") + " left");
         EXPECT_TRUE(isShown("boostRemaining"));
     }
+    EXPECT_EQ(colorOf("boostRemaining"), themeColor("accent"));
+    EXPECT_EQ(colorOf("longBoostWarning"), themeColor("roleTextColor('orange')"));
     click("fanSection/duration-60");
     advance(61s);
     EXPECT_FALSE(isShown("boostRemaining"));
@@ -192,6 +210,8 @@ TEST_F(PanelFan, BoostsForTheChosenDuration) {
 TEST_F(PanelFan, CountsTheSpinUpDown) {
     openManual();
     EXPECT_TRUE(isShown("spinUpBanner"));
+    EXPECT_EQ(item("spinUpBanner").property("role"), "");
+    EXPECT_EQ(item("spinUpBanner").property("tintOpacity"), 0.12);
     ASSERT_TRUE(fan().spinUpRemaining());
     EXPECT_EQ(text("spinUpBanner"), "Fans spinning up … " + std::to_string(*fan().spinUpRemaining()) + "s");
     advance(30s);
@@ -207,6 +227,8 @@ TEST_F(PanelFan, WarnsThatTheFirmwareTookOver) {
     ASSERT_TRUE(fan().thermalOverride());
     const std::string percent = fmt::format("{:.0f}", fan().effectivePercent());
     EXPECT_TRUE(isShown("thermalWarning"));
+    EXPECT_EQ(item("thermalWarning").property("role"), "orange");
+    EXPECT_EQ(item("thermalWarning").property("tintOpacity"), 0.15);
     EXPECT_EQ(text("thermalWarning"), "Mac takes over — fans at " + percent + "% due to heat");
     machine.speak("de");
     settle();
@@ -260,7 +282,12 @@ TEST_F(PanelFan, SaysWhatAutoDoes) {
     settle();
     EXPECT_EQ(text("autoStatus"), machine.menu->autoStatusText().toStdString());
     EXPECT_THAT(text("autoStatus"), testing::StartsWith("Active · floor "));
-    EXPECT_EQ(item("coolingCurve").property("currentTemp").toDouble(), 85);
+    const QQuickItem& curve = item("coolingCurve");
+    EXPECT_EQ(curve.property("currentTemp").toDouble(), 85);
+    EXPECT_EQ(curve.property("tMin").toDouble(), 35);
+    EXPECT_EQ(curve.property("tMax").toDouble(), 95);
+    EXPECT_EQ(curve.height(), 70);
+    EXPECT_EQ(colorOf("coolingCurve"), themeColor("accent"));
     EXPECT_TRUE(mac().isAnyFanForced());
 }
 

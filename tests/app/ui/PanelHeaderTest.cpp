@@ -95,10 +95,12 @@ TEST_F(PanelHeader, ShowsTheBattery) {
     EXPECT_EQ(text("batteryCharge"), "63%");
     EXPECT_EQ(item("batteryBadge").property("symbol"), "battery.75");
     EXPECT_EQ(item("batteryBadge").property("isLow"), false);
+    EXPECT_EQ(item("batteryBadge").property("ink").value<QColor>(), themeColor("secondaryText"));
     machine.powerSources.set(onBattery(20));
     advance(5s);
     EXPECT_EQ(text("batteryCharge"), "20%");
     EXPECT_EQ(item("batteryBadge").property("isLow"), true);
+    EXPECT_EQ(item("batteryBadge").property("ink").value<QColor>(), themeColor("roleTextColor('red')"));
     machine.powerSources.set(onMains(20));
     advance(5s);
     EXPECT_EQ(item("batteryBadge").property("symbol"), "battery.100.bolt");

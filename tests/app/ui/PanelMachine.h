@@ -21,12 +21,7 @@ public:
     void openPanel(float celsius = 50) {
         start(celsius);
         advance(20s);
-        MenuServices services = this->services();
-        if (!canShowWindows) {
-            services.showSettings = nullptr;
-            services.showGuide = nullptr;
-        }
-        menu.emplace(services);
+        menu.emplace(services());
         header.emplace(*manager, lang);
         temperature.emplace(manager->fan(), lang);
         menu->panelAppeared();
@@ -57,8 +52,6 @@ public:
         volumes.setMounted(mounted);
     }
 
-    /// There are a settings window and an introduction.
-    bool canShowWindows = true;
     SimulatedAppearance look;
     SimulatedInstalledApplications installed{mainLoop};
     LanguageState language{lang};

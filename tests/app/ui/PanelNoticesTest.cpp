@@ -1,5 +1,6 @@
 #include <QColor>
 
+#include "app/shell/ShellSettings.h"
 #include "tests/app/ui/PanelTest.h"
 
 namespace corvane {
@@ -38,6 +39,8 @@ TEST_F(PanelNotices, WarnsWhileTheBatteryIsDrained) {
     manager().toggle(SleepAssertions::Kind::system);
     settle();
     EXPECT_TRUE(isShown("batteryHint"));
+    EXPECT_EQ(item("batteryHint").property("role"), "orange");
+    EXPECT_EQ(item("batteryHint").property("tintOpacity"), 0.12);
     EXPECT_EQ(text("batteryHint"), "On battery — keep-awake/boost drains power. Plugging in recommended.");
     machine.powerSources.set(onMains(80));
     advance(5s);
@@ -109,7 +112,7 @@ TEST_F(PanelNotices, AskOnceWhetherToStartAtLogin) {
 }
 
 TEST_F(PanelNotices, DoNotAskWhoHasAnswered) {
-    machine.defaults.set(MenuState::loginChoiceMadeSetting, true);
+    machine.defaults.set(ShellSettings::loginChoiceMade, true);
     open();
     EXPECT_FALSE(isShown("loginPrompt"));
 }
@@ -141,14 +144,6 @@ TEST_F(PanelNotices, LeadToSettingsGuideAndTheEnd) {
     EXPECT_EQ(machine.guidesShown, 1);
     click("quit");
     EXPECT_EQ(machine.quits, 1);
-}
-
-TEST_F(PanelNotices, LeadOnlyToWindowsThatThereAre) {
-    machine.canShowWindows = false;
-    open();
-    EXPECT_FALSE(isShown("settings"));
-    EXPECT_FALSE(isShown("guide"));
-    EXPECT_TRUE(isShown("quit"));
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <QQmlEngine>
 #include <QQmlError>
+#include <QQmlExpression>
 #include <QUrl>
 #include <QVariantMap>
 #include <algorithm>
@@ -69,6 +70,13 @@ std::vector<QQuickItem*> PanelTest::allShown(const QString& name) {
     });
     std::ranges::sort(items, {}, [](const QQuickItem* each) { return each->mapToScene({0, 0}).y(); });
     return items;
+}
+
+QColor PanelTest::themeColor(const QString& name) {
+    QQmlExpression color(qmlContext(window->rootObject()), window->rootObject(), "Theme." + name);
+    const QVariant found = color.evaluate();
+    EXPECT_FALSE(color.hasError()) << color.error().toString().toStdString();
+    return found.typeId() == QMetaType::QString ? QColor(found.toString()) : found.value<QColor>();
 }
 
 QStringList PanelTest::warningsOf(const std::function<void()>& action) {

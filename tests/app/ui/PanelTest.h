@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QAccessible>
+#include <QColor>
 #include <QKeyEvent>
 #include <QPoint>
 #include <QQuickItem>
@@ -53,6 +54,9 @@ protected:
     [[nodiscard]] std::string text(const QString& path) {
         return item(path).property("text").toString().toStdString();
     }
+    [[nodiscard]] QColor colorOf(const QString& path) { return item(path).property("color").value<QColor>(); }
+    /// What the views have under this name, "accent" or "roleTextColor('red')".
+    [[nodiscard]] QColor themeColor(const QString& name);
     /// The item that has the keyboard.
     [[nodiscard]] QQuickItem* focused() const { return window->activeFocusItem(); }
     [[nodiscard]] bool isOn(const QString& path) { return item(path).property("isOn").toBool(); }

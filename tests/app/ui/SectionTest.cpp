@@ -45,8 +45,25 @@ TEST_F(FeatureSectionTest, AsksForTheOtherStateByItsSwitchAlone) {
     EXPECT_THAT(asked(), ElementsAre("on false"));
 }
 
+TEST_F(FeatureSectionTest, TurnsItsChevronWhenItIsExpanded) {
+    const auto chevron = [this]() -> QQuickItem& {
+        QQuickItem* found = nullptr;
+        forEachShown(item("section"), [&](QQuickItem& each) {
+            found = each.property("name") == "chevron.right" ? &each : found;
+        });
+        return *found;
+    };
+    EXPECT_EQ(chevron().rotation(), 0);
+    setProperty("state2", true);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return chevron().rotation() == 90; }));
+    setProperty("state2", false);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return chevron().rotation() == 0; }));
+}
+
 TEST_F(FeatureSectionTest, LeavesADisabledSwitchAlone) {
+    EXPECT_EQ(item("section/switch").opacity(), 1);
     setProperty("state2", "inert");
+    EXPECT_LT(item("section/switch").opacity(), 0.5);
     click("section/switch");
     EXPECT_THAT(asked(), IsEmpty());
     click("section/header");

@@ -35,6 +35,11 @@ protected:
         EXPECT_GE(box.top(), 0);
         EXPECT_LT(item("alertAccept").mapToScene({0, item("alertAccept").height()}).y(), view().height());
     }
+    /// The symbol before the title; "" for none.
+    std::string alertSymbol(const char* name) {
+        const auto* dialog = view().contentItem()->window()->findChild<QObject*>(name);
+        return dialog == nullptr ? "no such alert" : dialog->property("symbol").toString().toStdString();
+    }
     bool isAlertShown() { return alert().count > 0; }
 };
 
@@ -171,6 +176,8 @@ TEST_F(SettingsAlerts, SayWhyTheRemovalFailed) {
     beginRemoval();
     endRemoval(InstallResult::failure("polkitd <b>does not</b> answer"));
     expectAlert("Uninstall failed", "polkitd <b>does not</b> answer");
+    EXPECT_EQ(alertSymbol("uninstallFailedAlert"), "exclamationmark.triangle.fill");
+    EXPECT_EQ(alertSymbol("uninstallAlert"), "") << "a question, nothing bad yet";
     EXPECT_EQ(text("alertAccept"), "OK");
     EXPECT_FALSE(isShown("alertReject"));
     press(Qt::Key_Return);

@@ -1,11 +1,10 @@
 #pragma once
 
 #include <functional>
-#include <memory>
 
 namespace corvane {
 
-/// One of the application's windows with a title bar, on the screen as long as it exists. Main loop.
+/// One of the application's windows besides the panel. Main loop.
 class AppWindow {
 public:
     AppWindow() = default;
@@ -18,8 +17,8 @@ public:
     virtual void bringToFront() = 0;
 };
 
-/// Makes a window, centred on the screen. `closed` runs on the main loop, never inside another call of the
-/// window, once the user has closed it; whoever holds the window destroys it then.
-using AppWindowFactory = std::function<std::unique_ptr<AppWindow>(std::function<void()> closed)>;
+/// Runs on the main loop, never inside another call of the window, once the user has closed it; whoever holds
+/// the window destroys it then.
+using WindowClosed = std::function<void()>;
 
 }  // namespace corvane
