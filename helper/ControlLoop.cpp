@@ -101,6 +101,7 @@ bool FanHelperService::refreshTemperature() {
 /// `outcome`.
 void FanHelperService::forceFans(double effectivePercent, fmt::memory_buffer& outcome) {
     for (std::size_t fan = 0; fan < fanKeys_.size(); ++fan) {
+        learnUnknownLimits(fan);
         const int target = targetRpm(effectivePercent, minRPMs_[fan], maxRPMs_[fan]);
         const std::int32_t modeCode = csmc_write_u8(modeKey(fan), manual);
         const std::int32_t targetCode =

@@ -52,9 +52,22 @@ void FanHelperService::learnFans() {
     fanCount_ = csmc_read_u8("FNum", nullptr);
     for (int fan = 0; fan < fanCount_; ++fan) {
         const FanKeys& keys = fanKeys_.emplace_back(fan);
-        minRPMs_.push_back(readRpm(keys.minimum.c_str()).value_or(0));
-        maxRPMs_.push_back(readRpm(keys.maximum.c_str()).value_or(0));
+        minRPMs_.push_back(0);
+        maxRPMs_.push_back(0);
+        learnUnknownLimits(static_cast<std::size_t>(fan));
         originalMode_.push_back(csmc_read_u8(keys.modeUpperCase.c_str(), nullptr));
+    }
+}
+
+/// A limit that could not be read is asked for again before the fan is driven: without its minimum a fan
+/// would be driven slower than the firmware lets it turn.
+void FanHelperService::learnUnknownLimits(std::size_t fan) {
+    const FanKeys& keys = fanKeys_[fan];
+    if (minRPMs_[fan] == 0) {
+        minRPMs_[fan] = readRpm(keys.minimum.c_str()).value_or(0);
+    }
+    if (maxRPMs_[fan] == 0) {
+        maxRPMs_[fan] = readRpm(keys.maximum.c_str()).value_or(0);
     }
 }
 
@@ -110,9 +123,17 @@ void FanHelperService::checkContact() {
         logDaemon(log_, ": WATCHDOG — app silent, releasing fans to Apple");
         stopLoopAndRestore();
     }
+    dropPendingFloor();
     if (lidStayAwake_) {
         logDaemon(log_, ": WATCHDOG — app silent, clearing lid-stay-awake");
         clearLidStayAwake();
+    }
+}
+
+/// A floor that came during a suspend is not held yet, and lapses like one that is.
+void FanHelperService::dropPendingFloor() {
+    if (!isBoosted_) {
+        floorPercent_ = 0;
     }
 }
 
@@ -133,7 +154,9 @@ void FanHelperService::releaseBeforeSuspend() {
 
 void FanHelperService::resumeAfterSuspend() {
     isSuspending_ = false;
-    if (floorPercent_ > 0 && !isClientSilent()) {
+    if (isClientSilent()) {
+        dropPendingFloor();
+    } else if (floorPercent_ > 0) {
         startLoopIfNeeded();
         applyOnce();
     }

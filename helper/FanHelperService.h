@@ -46,7 +46,8 @@ public:
     /// Hands the fans back because the computer is about to sleep, and leaves them there until it is awake
     /// again, whatever is asked; the lid setting stays.
     void releaseBeforeSuspend();
-    /// Holds the floor that was asked for meanwhile, by a client that heard of the resume earlier, say.
+    /// Holds the floor that was asked for meanwhile, by a client that heard of the resume earlier, say;
+    /// forgets it when its client was not heard for as long as the watchdog waits.
     void resumeAfterSuspend();
 
 private:
@@ -54,12 +55,14 @@ private:
 
     // Start-up (FanHelperService.cpp)
     void learnFans();
+    void learnUnknownLimits(std::size_t fan);
     void learnSensors();
     [[nodiscard]] std::vector<std::string> discoverTempKeys(bool cpuOnly) const;
     void resetToAutomatic();
     void startWatchdog();
     void checkContact();
     [[nodiscard]] bool isClientSilent() const;
+    void dropPendingFloor();
 
     // The control loop (ControlLoop.cpp)
     void startLoopIfNeeded();

@@ -115,13 +115,23 @@ void DriveManager::poke() {
         const std::string path = drive.path.toStdString();
         if (volumes_.isMounted(path)) {
             touch(path);
+        } else {
+            // What is mounted there next does not wait for an answer that this one still owes.
+            touching_.erase(path);
         }
     }
 }
 
 void DriveManager::touch(const std::string& path) {
-    if (touching_.insert(path).second) {
-        volumes_.touch(path, lifetime_.bound([this, path] { touching_.erase(path); }));
+    const std::uint64_t touch = ++touches_;
+    if (touching_.try_emplace(path, touch).second) {
+        volumes_.touch(path, lifetime_.bound([this, path, touch] { touched(path, touch); }));
+    }
+}
+
+void DriveManager::touched(const std::string& path, std::uint64_t touch) {
+    if (const auto place = touching_.find(path); place != touching_.end() && place->second == touch) {
+        touching_.erase(place);
     }
 }
 

@@ -3,8 +3,9 @@
 #include <QList>
 #include <QObject>
 #include <QProperty>
+#include <cstdint>
+#include <map>
 #include <memory>
-#include <set>
 #include <string>
 
 #include "app/awake/DriveItem.h"
@@ -82,6 +83,7 @@ private:
     void reschedule();
     void poke();
     void touch(const std::string& path);
+    void touched(const std::string& path, std::uint64_t touch);
 
     SerialQueue& mainLoop_;
     Volumes& volumes_;
@@ -94,8 +96,11 @@ private:
     Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(DriveManager, int, intervalSeconds_, defaultIntervalSeconds,
                                          &DriveManager::intervalSecondsChanged)
 
-    /// Paths whose touch has not been answered. A drive that hangs for hours is asked once, not once a round.
-    std::set<std::string> touching_;
+    /// The touches that have not been answered, by path. A drive that hangs for hours is asked once, not once
+    /// a round, until it is seen to be gone.
+    std::map<std::string, std::uint64_t> touching_;
+    /// How many there have been.
+    std::uint64_t touches_ = 0;
     std::unique_ptr<Timer> timer_;
     Lifetime lifetime_;
 };

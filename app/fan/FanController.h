@@ -192,7 +192,7 @@ public:
     void resumeAfterSuspend();
 
     /// Asks the helper for its status now.
-    Q_INVOKABLE void refresh();
+    void refresh();
     /// Installs the helper or its update; the outcome shows in `statusMessage`. One at a time.
     Q_INVOKABLE void installHelper();
 

@@ -209,7 +209,9 @@ void FanController::coolingModeWasChanged() {
         return;
     }
     if (coolingMode_ == CoolingMode::automatic) {
-        if (isBoosted_) {
+        // A boost has its time also when the last record did not know of it: what comes after must not end
+        // with that, nor may the helper hold what nobody ends any more.
+        if (isBoosted_ || boostExpiresAt()) {
             resetBoost();
         }
         setAuto(true);

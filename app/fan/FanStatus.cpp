@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 #include <fmt/format.h>
 
@@ -35,11 +36,14 @@ std::optional<double> finite(const StatusRecord& status, std::string_view key) {
     return value != nullptr && std::isfinite(*value) ? std::optional(*value) : std::nullopt;
 }
 
-void appendBounded(QList<double>& list, double value, qsizetype limit) {
-    list.append(value);
-    if (list.size() > limit) {
-        list.remove(0, list.size() - limit);
-    }
+/// The last values, the new one included, in memory of their own size. A QList that is appended to while
+/// somebody shares it keeps the room of what was removed in front, and grows with every value.
+QList<double> appended(const QList<double>& list, double value, qsizetype limit) {
+    QList<double> values;
+    values.reserve(limit);
+    std::copy(list.cend() - std::min(list.size(), limit - 1), list.cend(), std::back_inserter(values));
+    values.append(value);
+    return values;
 }
 
 std::optional<double> medianOf(const QList<double>& values) {
@@ -99,16 +103,14 @@ void FanController::endSpinUpIfReached() {
 void FanController::takeTemperatures(const StatusRecord& status) {
     if (const auto temp = finite(status, StatusKey::cpuTemp)) {
         cpuTemp_ = temp;
-        appendBounded(tempHistory_, *temp, tempHistoryLimit);
+        tempHistory_ = appended(tempHistory_, *temp, tempHistoryLimit);
         cpuTempSmoothed_ = medianOf(tempHistory_);
-        QList<double> trend = tempTrend_;
-        appendBounded(trend, *cpuTempSmoothed(), tempTrendLimit);
-        tempTrend_ = trend;
+        tempTrend_ = appended(tempTrend_, *cpuTempSmoothed(), tempTrendLimit);
     }
     const auto gpuTemp = finite(status, StatusKey::gpuTemp);
     gpuTemp_ = gpuTemp;
     if (gpuTemp) {
-        appendBounded(gpuHistory_, *gpuTemp, tempHistoryLimit);
+        gpuHistory_ = appended(gpuHistory_, *gpuTemp, tempHistoryLimit);
         gpuTempSmoothed_ = medianOf(gpuHistory_);
     }
 }

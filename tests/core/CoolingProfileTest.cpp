@@ -1,4 +1,5 @@
 #include <limits>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -29,6 +30,22 @@ TEST(CoolingProfile, ReadsBackExactlyItsRawValues) {
     }
     for (const char* text : {"Silent", "MAX", "", "balanced "}) {
         EXPECT_FALSE(CoolingProfile::fromRawValue(text)) << text;
+    }
+}
+
+TEST(CoolingProfile, RisesThroughTheseCorners) {
+    struct Curve {
+        Kind kind;
+        std::vector<std::pair<double, double>> corners;
+    };
+    for (const Curve& curve : {Curve{Kind::silent, {{62, 0}, {72, 15}, {82, 35}, {92, 65}}},
+                               Curve{Kind::balanced, {{52, 0}, {62, 25}, {75, 65}, {86, 100}}},
+                               Curve{Kind::max, {{40, 35}, {55, 60}, {68, 90}, {74, 100}}}}) {
+        std::vector<std::pair<double, double>> corners;
+        for (const Point& point : CoolingProfile::points(curve.kind)) {
+            corners.emplace_back(point.temp, point.percent);
+        }
+        EXPECT_EQ(corners, curve.corners) << CoolingProfile::rawValue(curve.kind);
     }
 }
 

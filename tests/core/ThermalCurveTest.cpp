@@ -1,4 +1,6 @@
+#include <array>
 #include <limits>
+#include <string_view>
 
 #include <gtest/gtest.h>
 
@@ -6,6 +8,14 @@
 
 namespace corvane {
 namespace {
+
+TEST(ThermalCurve, HasTheseTemperaturesAndFamiliesOfSensors) {
+    EXPECT_EQ(ThermalCurve::rampStartC, 72.0);
+    EXPECT_EQ(ThermalCurve::fullSpeedC, 95.0);
+    EXPECT_EQ(ThermalCurve::warnThresholdC, 85.0);
+    EXPECT_EQ(ThermalCurve::criticalReleaseC, 100.0);
+    EXPECT_EQ(ThermalCurve::safetyPrefixes, (std::array<std::string_view, 4>{"Tp", "Te", "Tc", "Tg"}));
+}
 
 TEST(ThermalCurve, RisesInAStraightLineFrom72To95Degrees) {
     EXPECT_EQ(ThermalCurve::requiredPercent(72.0), 0.0);

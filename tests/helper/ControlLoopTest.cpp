@@ -1,13 +1,11 @@
 #include "tests/helper/HelperMachine.h"
+#include "tests/helper/daemonLines.h"
 
 namespace corvane {
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-constexpr auto loopStarted = "Corvane daemon: loop started";
-constexpr auto released = "Corvane daemon: released to Apple-auto (verified, attempt 1)";
 
 float targetAt(float celsius, double floor) {
     HelperMachine machine;
@@ -46,6 +44,18 @@ TEST(ControlLoop, RunsFullSpeedJustBelowTheCriticalTemperature) {
 TEST(ControlLoop, TruncatesTheTarget) {
     EXPECT_EQ(targetAt(60.0F, 33.33), 2333.0F);
     EXPECT_EQ(targetAt(60.0F, 33.3499), 2333.0F);
+}
+
+/// Without its minimum a fan would be driven slower than its firmware lets it turn.
+TEST(ControlLoop, LearnsALimitThatCouldNotBeReadAtTheStartBeforeItDrivesTheFan) {
+    for (const char* limit : {"F0Mn", "F0Mx"}) {
+        HelperMachine machine;
+        machine.mac.setFault(limit, KeyFault::readFails());
+        machine.startAt(60.0F);
+        machine.mac.clearFaults();
+        machine.setFloor(30.0);
+        EXPECT_EQ(machine.mac.lastWrittenTarget(0), 2200.0F) << limit;
+    }
 }
 
 TEST(ControlLoop, CountsARangeTurnedAroundAsNone) {

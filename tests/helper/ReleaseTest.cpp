@@ -1,4 +1,5 @@
 #include "tests/helper/HelperMachine.h"
+#include "tests/helper/daemonLines.h"
 
 namespace corvane {
 namespace {
@@ -6,7 +7,6 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-constexpr auto released = "Corvane daemon: released to Apple-auto (verified, attempt 1)";
 constexpr auto unverified =
     "Corvane daemon: WARNING — could not verify auto mode after retries; loop is stopped so firmware will "
     "reclaim shortly";
@@ -182,9 +182,11 @@ TEST(Release, InAnEmergencyHandsBackFansThenLid) {
     HelperMachine machine;
     boost(machine);
     machine.setLid(true);
+    machine.sleepSetting.failWith("refused");
     machine.forget();
     machine.queue.sync([&] { machine.service->emergencyRelease(); });
-    EXPECT_THAT(machine.log.lines(), ElementsAre(released));
+    EXPECT_THAT(machine.log.lines(),
+                ElementsAre(released, "Corvane daemon: pmset disablesleep failed: refused"));
     EXPECT_THAT(machine.sleepSetting.calls(), ElementsAre(true, false));
     EXPECT_FALSE(machine.mac.isAnyFanForced());
     EXPECT_FALSE(*machine.status().get<bool>(StatusKey::lidStayAwake));
@@ -243,6 +245,16 @@ TEST(Release, BeforeSleepEndsWithTheFloorThatWasAskedForMeanwhile) {
     EXPECT_EQ(*machine.status().get<double>(StatusKey::floorPercent), 40.0);
 }
 
+/// Neither shown nor held by a resume in the middle of contact.
+void expectForgottenFloor(HelperMachine& machine) {
+    EXPECT_EQ(*machine.status().get<double>(StatusKey::floorPercent), 0.0);
+    machine.queue.syncAhead([&] { machine.service->releaseBeforeSuspend(); });
+    machine.ping();
+    machine.queue.syncAhead([&] { machine.service->resumeAfterSuspend(); });
+    EXPECT_FALSE(machine.isBoosted());
+    EXPECT_FALSE(machine.mac.isAnyFanForced());
+}
+
 TEST(Release, BeforeSleepForgetsAFloorWhoseClientWasNotHeardSince) {
     HelperMachine machine;
     machine.startAt(60.0F);
@@ -250,6 +262,43 @@ TEST(Release, BeforeSleepForgetsAFloorWhoseClientWasNotHeardSince) {
     machine.setFloor(40.0);
     machine.time.suspend(1h);
     machine.queue.syncAhead([&] { machine.service->resumeAfterSuspend(); });
+    EXPECT_FALSE(machine.mac.isAnyFanForced());
+
+    expectForgottenFloor(machine);
+}
+
+TEST(Release, BeforeSleepForgetsThatFloorAtTheResumeAlsoBetweenTwoLooksOfTheWatchdog) {
+    HelperMachine machine;
+    machine.startAt(60.0F);
+    machine.queue.syncAhead([&] { machine.service->releaseBeforeSuspend(); });
+    machine.setFloor(40.0);
+    machine.advance(6500ms);
+    machine.queue.syncAhead([&] { machine.service->resumeAfterSuspend(); });
+    expectForgottenFloor(machine);
+}
+
+TEST(Release, BeforeSleepForgetsAFloorWhoseClientFellSilentWhereNoResumeFollows) {
+    HelperMachine machine;
+    machine.startAt(60.0F);
+    machine.queue.syncAhead([&] { machine.service->releaseBeforeSuspend(); });
+    machine.setFloor(40.0);
+    machine.advance(8001ms);
+    machine.ping();
+    machine.queue.syncAhead([&] { machine.service->resumeAfterSuspend(); });
+    expectForgottenFloor(machine);
+}
+
+TEST(Release, BeforeSleepLeavesABoostToTheWatchdogWhereTheResumeComesAlone) {
+    HelperMachine machine;
+    boost(machine);
+    machine.advance(7s);
+    ASSERT_TRUE(machine.mac.isAnyFanForced());
+    machine.queue.syncAhead([&] { machine.service->resumeAfterSuspend(); });
+    machine.forget();
+    machine.advance(500ms);
+    EXPECT_THAT(machine.timesOf("F0Md=1"), testing::SizeIs(1)) << "until then it is driven on";
+    machine.advance(500ms);
+    EXPECT_EQ(machine.log.count("WATCHDOG — app silent, releasing fans to Apple"), 1U);
     EXPECT_FALSE(machine.mac.isAnyFanForced());
 }
 

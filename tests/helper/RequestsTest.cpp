@@ -1,15 +1,12 @@
-#include <limits>
-
 #include "tests/helper/HelperMachine.h"
+#include "tests/helper/daemonLines.h"
+#include "tests/support/oddNumbers.h"
 
 namespace corvane {
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-constexpr double infinite = std::numeric_limits<double>::infinity();
-constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
 TEST(Requests, APingIsAnsweredAtOnceWithTheNumberOfFans) {
     HelperMachine machine(twoFanMac());
@@ -38,6 +35,34 @@ TEST(Requests, APingIsAnsweredWhileTheQueueIsBusy) {
     EXPECT_THAT(answeredAt, ElementsAre(200ms));
 }
 
+/// The watchdog looks every 2 s from 0 on.
+TEST(Requests, TheContactOfPingsWaitsForABusyQueueAndThenCountsOnce) {
+    HelperMachine machine;
+    VirtualQueue outside(machine.time);
+    machine.startAt(60.0F);
+    machine.advance(2100ms);
+    machine.setFloor(30.0);
+    machine.setLid(true);
+    machine.mac.setFault("F0Md", KeyFault::neverAutomatic(1));
+    const auto ping = [&] {
+        machine.service->pingWithReply([](bool /*ok*/, const std::string& /*text*/) {});
+    };
+    machine.advance(5800ms);
+    const auto first = outside.after(50ms, ping);
+    const auto second = outside.after(70ms, ping);
+    machine.queue.sync([&] { machine.service->releaseBeforeSuspend(); });
+    ASSERT_EQ(machine.now(), 8500ms) << "the queue slept over a look of the watchdog";
+
+    machine.advance(5500ms);
+    EXPECT_TRUE(machine.sleepSetting.isSleepDisabled()) << "counted from when the queue came to it";
+    machine.advance(400ms);
+    ping();
+    machine.advance(5700ms);
+    EXPECT_TRUE(machine.sleepSetting.isSleepDisabled()) << "a later ping counts again";
+    machine.advance(2s);
+    EXPECT_FALSE(machine.sleepSetting.isSleepDisabled());
+}
+
 TEST(Requests, EverythingElseWaitsForTheQueue) {
     HelperMachine machine;
     machine.startAt(60.0F);
@@ -62,15 +87,15 @@ TEST(Requests, AFloorIsClampedAndAnsweredWithoutItsFraction) {
         double floor;
     };
     for (const Case& example : {Case{150.0, "floor set to 100%", 100.0},
-                                {infinite, "floor set to 100%", 100.0},
+                                {infinite<double>, "floor set to 100%", 100.0},
                                 {100.0, "floor set to 100%", 100.0},
                                 {42.9, "floor set to 42%", 42.9},
                                 {0.4, "floor set to 0%", 0.4},
                                 {0.0, "boost off", 0.0},
                                 {-0.0, "boost off", 0.0},
                                 {-3.0, "boost off", 0.0},
-                                {-infinite, "boost off", 0.0},
-                                {notANumber, "boost off", 0.0}}) {
+                                {-infinite<double>, "boost off", 0.0},
+                                {notANumber<double>, "boost off", 0.0}}) {
         HelperMachine machine;
         machine.startAt(60.0F);
         EXPECT_EQ(machine.setFloor(example.percent), (Answer{true, example.answer})) << example.percent;
@@ -81,15 +106,14 @@ TEST(Requests, AFloorIsClampedAndAnsweredWithoutItsFraction) {
 }
 
 TEST(Requests, AFloorOfNothingEndsTheBoost) {
-    for (const double percent : {0.0, -5.0, notANumber}) {
+    for (const double percent : {0.0, -5.0, notANumber<double>}) {
         HelperMachine machine;
         machine.startAt(60.0F);
         machine.setFloor(30.0);
         machine.forget();
         machine.setFloor(percent);
         EXPECT_THAT(machine.writtenTexts(), ElementsAre("F0Tg=0", "F0Md=0", "Ftst=0")) << percent;
-        EXPECT_THAT(machine.log.lines(),
-                    ElementsAre("Corvane daemon: released to Apple-auto (verified, attempt 1)"));
+        EXPECT_THAT(machine.log.lines(), ElementsAre(released));
         EXPECT_FALSE(machine.mac.isAnyFanForced());
     }
 }

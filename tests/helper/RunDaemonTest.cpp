@@ -2,6 +2,7 @@
 
 #include "smc/csmc.h"
 #include "tests/helper/TestHelperPlatform.h"
+#include "tests/helper/daemonLines.h"
 
 namespace corvane {
 namespace {
@@ -10,7 +11,6 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 constexpr auto terminated = "Corvane daemon: received termination signal — releasing to Apple";
-constexpr auto released = "Corvane daemon: released to Apple-auto (verified, attempt 1)";
 
 /// The last events of a run.
 std::vector<std::string> lastEvents(const TestHelperPlatform& platform, std::size_t count) {

@@ -1,6 +1,6 @@
-#include <limits>
-
 #include "tests/helper/HelperMachine.h"
+#include "tests/helper/daemonLines.h"
+#include "tests/support/oddNumbers.h"
 
 namespace corvane {
 namespace {
@@ -8,9 +8,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-constexpr auto loopStarted = "Corvane daemon: loop started";
 constexpr auto lost = "Corvane daemon: lost all temp readings — releasing to Apple";
-constexpr auto released = "Corvane daemon: released to Apple-auto (verified, attempt 1)";
 
 /// Two ticks: one fresh temperature.
 constexpr Duration freshReading = 800ms;
@@ -130,9 +128,8 @@ TEST(SafetyTemperature, IsTheHottestOfAllSensors) {
 }
 
 TEST(SafetyTemperature, LeavesOutImplausibleReadings) {
-    constexpr float infinite = std::numeric_limits<float>::infinity();
     for (const float broken :
-         {130.0F, 131.0F, 5.0F, -40.0F, infinite, -infinite, std::numeric_limits<float>::quiet_NaN()}) {
+         {130.0F, 131.0F, 5.0F, -40.0F, infinite<float>, -infinite<float>, notANumber<float>}) {
         HelperMachine machine(twoSensorMac());
         machine.startAt(60.0F);
         machine.mac.holdSensor("Tp09", broken);
@@ -158,8 +155,7 @@ TEST(SafetyTemperature, CountsReadingsDownTo5Degrees) {
 }
 
 TEST(SafetyTemperature, LosingEverySensorReleases) {
-    for (const float broken :
-         {130.0F, 5.0F, std::numeric_limits<float>::quiet_NaN(), std::numeric_limits<float>::infinity()}) {
+    for (const float broken : {130.0F, 5.0F, notANumber<float>, infinite<float>}) {
         HelperMachine machine(twoSensorMac());
         machine.startAt(60.0F);
         machine.setFloor(30.0);

@@ -1,14 +1,10 @@
-#include <limits>
-
 #include "tests/helper/HelperMachine.h"
+#include "tests/support/oddNumbers.h"
 
 namespace corvane {
 namespace {
 
 using testing::ElementsAre;
-
-constexpr float infinite = std::numeric_limits<float>::infinity();
-constexpr float notANumber = std::numeric_limits<float>::quiet_NaN();
 
 /// A CPU, an efficiency and two GPU sensors, all at 50 degrees.
 MacModel sensorsMac() {
@@ -122,6 +118,36 @@ TEST(Status, CallsItAnOverrideOnlyAboveOnePointMoreThanTheFloor) {
     EXPECT_FALSE(isOverridden(95.0F, 99.0));
 }
 
+bool isOverridden(HelperMachine& machine) {
+    return *machine.status().get<bool>(StatusKey::thermalOverride);
+}
+
+TEST(Status, CallsHeatAnOverrideOnceTheMedianOfFiveReadingsHasIt) {
+    HelperMachine machine;
+    machine.startAt(60.0F);
+    machine.setFloor(10.0);
+    machine.advance(3s);
+    machine.mac.holdSensorsAt(99.0F);
+    for (const bool expected : {false, false, true}) {
+        machine.advance(800ms);
+        EXPECT_EQ(isOverridden(machine), expected);
+    }
+}
+
+TEST(Status, CallsHeatAnOverrideAtTheTickThatReadsIt) {
+    HelperMachine machine;
+    machine.startAt(60.0F);
+    machine.setFloor(10.0);
+    machine.mac.holdSensorsAt(99.0F);
+    EXPECT_FALSE(isOverridden(machine));
+    machine.advance(100ms);
+    EXPECT_FALSE(isOverridden(machine)) << "every second tick reads nothing";
+    machine.advance(400ms);
+    EXPECT_TRUE(isOverridden(machine));
+    machine.mac.holdSensorsAt(60.0F);
+    EXPECT_TRUE(isOverridden(machine)) << "until the next reading";
+}
+
 TEST(Status, CallsNothingAnOverrideOnceReleased) {
     HelperMachine machine;
     machine.startAt(90.0F);
@@ -151,7 +177,7 @@ TEST(Status, AveragesTheGpu) {
 TEST(Status, CountsCpuReadingsAbove20DegreesWithoutAnUpperBound) {
     HelperMachine machine(sensorsMac());
     machine.start();
-    for (const float ignored : {20.0F, 0.0F, -5.0F, infinite, -infinite, notANumber}) {
+    for (const float ignored : {20.0F, 0.0F, -5.0F, infinite<float>, -infinite<float>, notANumber<float>}) {
         machine.mac.holdSensor("Tc0a", ignored);
         EXPECT_EQ(*machine.status().get<double>(StatusKey::cpuTemp), 50.0) << ignored;
         EXPECT_EQ(*machine.status().get<double>(StatusKey::cpuTempMax), 50.0) << ignored;
@@ -165,7 +191,8 @@ TEST(Status, CountsCpuReadingsAbove20DegreesWithoutAnUpperBound) {
 TEST(Status, CountsGpuReadingsStrictlyBetween20And130Degrees) {
     HelperMachine machine(sensorsMac());
     machine.start();
-    for (const float ignored : {20.0F, 130.0F, 131.0F, infinite, -infinite, notANumber}) {
+    for (const float ignored :
+         {20.0F, 130.0F, 131.0F, infinite<float>, -infinite<float>, notANumber<float>}) {
         machine.mac.holdSensor("Tg0f", ignored);
         EXPECT_EQ(*machine.status().get<double>(StatusKey::gpuTemp), 50.0) << ignored;
     }
@@ -224,7 +251,7 @@ TEST(Status, TellsZeroForFanValuesThatCannotBeRead) {
     EXPECT_EQ(fanValue(machine, StatusKey::targetRPM), 0);
     EXPECT_EQ(fanValue(machine, StatusKey::mode), 0);
     machine.mac.clearFaults();
-    for (const float reading : {infinite, -infinite, notANumber, 1e30F}) {
+    for (const float reading : {infinite<float>, -infinite<float>, notANumber<float>, 1e30F}) {
         machine.mac.holdSensor("F0Ac", reading);
         EXPECT_EQ(fanValue(machine, StatusKey::currentRPM), 0) << reading;
     }

@@ -1,4 +1,5 @@
 #include "tests/helper/HelperMachine.h"
+#include "tests/helper/daemonLines.h"
 
 namespace corvane {
 namespace {
@@ -7,7 +8,6 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 constexpr auto silent = "Corvane daemon: WATCHDOG — app silent, releasing fans to Apple";
-constexpr auto released = "Corvane daemon: released to Apple-auto (verified, attempt 1)";
 constexpr auto clearing = "Corvane daemon: WATCHDOG — app silent, clearing lid-stay-awake";
 
 /// A machine whose application boosts at `contact`; the watchdog looks every 2 s from 0 on.
@@ -176,7 +176,7 @@ TEST(Watchdog, ANewBoostWorksAfterItReleased) {
     boosted.machine.setFloor(50.0);
     boosted.machine.advance(4s);
     EXPECT_TRUE(boosted.machine.mac.isFanForced(0));
-    EXPECT_EQ(boosted.machine.log.count("Corvane daemon: loop started"), 1U);
+    EXPECT_EQ(boosted.machine.log.count(loopStarted), 1U);
 }
 
 TEST(Watchdog, ReleasesAStuckFanOnceAndThenLeavesItToTheFirmware) {

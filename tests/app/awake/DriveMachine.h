@@ -24,6 +24,10 @@ inline std::ostream& operator<<(std::ostream& out, const DriveItem& drive) {
     return out << drive.path.toStdString() << " (" << drive.name.toStdString() << ")";
 }
 
+// Two drives.
+inline const DriveItem backup{.path = "/media/me/Backup", .name = "Backup"};
+inline const DriveItem films{.path = "/media/me/Films", .name = "Films"};
+
 /// A drive manager on virtual time. Set up what it shall find, then `open` it.
 class DriveMachine {
 public:

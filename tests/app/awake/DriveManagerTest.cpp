@@ -11,8 +11,6 @@ namespace {
 
 using Paths = std::vector<std::string>;
 
-const DriveItem backup{.path = "/media/me/Backup", .name = "Backup"};
-const DriveItem films{.path = "/media/me/Films", .name = "Films"};
 const std::string backupPath = backup.path.toStdString();
 const std::string filmsPath = films.path.toStdString();
 
@@ -215,6 +213,34 @@ TEST_F(DriveManagerTest, DoesNotPileUpTouchesOfAHangingDriveByChangesEither) {
         manager().add(backup);
     }
     EXPECT_EQ(machine.takeTouched(), Paths{backupPath});
+}
+
+TEST_F(DriveManagerTest, TouchesTheDriveThatTookThePlaceOfOneThatHung) {
+    machine.volumes.hang(backupPath);
+    machine.openWith({backup});
+    EXPECT_EQ(machine.takeTouched(), Paths{backupPath});
+    machine.mount({});
+    machine.time.advance(60s);
+    machine.mount({backupPath});
+    machine.time.advance(60s);
+    EXPECT_EQ(machine.takeTouched(), Paths{backupPath});
+    machine.time.advance(5h);
+    EXPECT_EQ(machine.takeTouched(), Paths{}) << "it hangs, too, and is asked once";
+}
+
+TEST_F(DriveManagerTest, TakesTheAnswerOfADriveThatIsGoneForNoAnswerOfTheNext) {
+    machine.volumes.hang(backupPath);
+    machine.openWith({backup});
+    machine.mount({});
+    machine.time.advance(60s);
+    machine.volumes.letGo(backupPath);
+    machine.volumes.hang(backupPath);
+    machine.mount({backupPath});
+    manager().setIntervalSeconds(30);
+    machine.time.settle();
+    static_cast<void>(machine.takeTouched());
+    machine.time.advance(5h);
+    EXPECT_EQ(machine.takeTouched(), Paths{});
 }
 
 TEST_F(DriveManagerTest, CopesWithAnAnswerThatComesAfterItsEnd) {

@@ -8,9 +8,6 @@
 namespace corvane {
 namespace {
 
-const DriveItem backup{.path = "/media/me/Backup", .name = "Backup"};
-const DriveItem films{.path = "/media/me/Films", .name = "Films"};
-
 class DriveSettings : public testing::Test {
 protected:
     DriveManager& manager() { return *machine.manager; }

@@ -217,6 +217,19 @@ TEST_F(FanManual, CanBeReleasedDirectly) {
     EXPECT_FALSE(machine.helper.mac.isAnyFanForced());
 }
 
+TEST_F(FanManual, LooksAtTheFansAndForgetsItsComplaintAlsoWhenAReleaseIsRefused) {
+    machine.requests.refusesFloors = true;
+    fan().setFansEnabled(true);
+    machine.settle();
+    ASSERT_EQ(fan().statusMessage(), "Couldn't set fans.");
+    machine.requests.refusesStops = true;
+    machine.helper.setFloor(40);
+    fan().resetBoost();
+    machine.settle();
+    EXPECT_EQ(fan().statusMessage(), "");
+    EXPECT_EQ(fan().effectivePercent(), 40);
+}
+
 TEST_F(FanManual, SaysThatNobodyWasReachedWithoutAConnection) {
     switchOn();
     machine.host.failCallsWith("gone");

@@ -93,15 +93,20 @@ TEST_F(FanMode, LeavesACoolMachineToItsFirmwareInAutomatic) {
     EXPECT_FALSE(machine.helper.mac.isAnyFanForced());
 }
 
-TEST_F(FanMode, ReleasesNothingThatIsNotHeldOnTheWayToAutomatic) {
+TEST_F(FanMode, EndsABoostThatHasItsTimeButNoRecordKnowsOfOnTheWayToAutomatic) {
     openAt(50, "manual");
+    fan().setBoostDuration(60);
     switchOn();
     machine.killHelper();
     machine.advance(1s);
     ASSERT_FALSE(fan().isBoosted());
+    ASSERT_NE(fan().boostExpiresAt(), std::nullopt);
     fan().setCoolingMode(CoolingMode::automatic);
-    machine.advance(2s);
-    EXPECT_EQ(machine.takeRequests(), Texts{});
+    EXPECT_EQ(fan().boostExpiresAt(), std::nullopt);
+    machine.advance(120s);
+    EXPECT_EQ(machine.takeRequests(), Texts{"stop"});
+    EXPECT_TRUE(fan().fansEnabled());
+    EXPECT_TRUE(fan().autoActive());
 }
 
 TEST_F(FanMode, GoesToTheSlidersFloorFromAutomatic) {

@@ -1,6 +1,7 @@
 // What becomes of fans and state while application and helper do not understand each other.
 
 #include "tests/app/fan/ConnectedMachine.h"
+#include "tests/support/oddNumbers.h"
 
 namespace corvane {
 namespace {
@@ -118,12 +119,9 @@ TEST(FanOutage, LivesThroughAMinuteOfGarbage) {
     const QList<FanInfo> fans = machine.fan->fans();
     int count = 0;
     machine.report([&count] {
-        const std::vector<StatusValue> garbage = {std::monostate(),
-                                                  7,
-                                                  notANumber,
-                                                  -infinite,
-                                                  std::string("ä\0\xff", 4),
-                                                  std::vector<StatusRecord>(3)};
+        const std::vector<StatusValue> garbage = {std::monostate(),          7,
+                                                  notANumber<double>,        -infinite<double>,
+                                                  std::string("ä\0\xff", 4), std::vector<StatusRecord>(3)};
         const StatusValue& value = garbage[static_cast<std::size_t>(count++) % garbage.size()];
         const bool isListed = std::holds_alternative<std::vector<StatusRecord>>(value);
         return recordOf({{"fans", isListed ? StatusValue(std::monostate()) : value},

@@ -1,6 +1,7 @@
 #include <cstdint>
 
 #include "tests/app/fan/ReportedMachine.h"
+#include "tests/support/oddNumbers.h"
 
 namespace corvane {
 namespace {
@@ -30,8 +31,8 @@ std::vector<StatusRecord> recordsWithoutBoolean(std::string_view key) {
 
 /// Records without a finite real under `key`.
 std::vector<StatusRecord> recordsWithoutReal(std::string_view key) {
-    return recordsWithout(key, {std::monostate(), true, number, std::string("50"), oneRecord(), notANumber,
-                                infinite, -infinite});
+    return recordsWithout(key, {std::monostate(), true, number, std::string("50"), oneRecord(),
+                                notANumber<double>, infinite<double>, -infinite<double>});
 }
 
 // Fans

@@ -17,6 +17,8 @@ struct HelperRequests {
     std::vector<std::string> texts;
     /// Floors are answered with a refusal and do not reach the helper.
     bool refusesFloors = false;
+    /// The same for stops.
+    bool refusesStops = false;
 };
 
 /// Stands before a helper and notes what is asked of it.
@@ -38,7 +40,11 @@ public:
     }
     void stopBoostWithReply(Reply reply) override {
         requests_.texts.emplace_back("stop");
-        helper_->stopBoostWithReply(std::move(reply));
+        if (requests_.refusesStops) {
+            reply(false, "refused");
+        } else {
+            helper_->stopBoostWithReply(std::move(reply));
+        }
     }
     void setLidStayAwakeWithReply(bool on, Reply reply) override {
         requests_.texts.emplace_back(on ? "lid on" : "lid off");

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <limits>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -10,9 +9,6 @@
 #include "tests/support/SignalCount.h"
 
 namespace corvane {
-
-inline constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
-inline constexpr double infinite = std::numeric_limits<double>::infinity();
 
 /// A record of just these entries.
 inline StatusRecord recordOf(const std::vector<StatusRecord::Entry>& entries) {

@@ -55,14 +55,25 @@ public:
     /// was due may begin to be due now.
     void disturb() {
         unwanted_.restart();
+        unwantedInSilence_.restart();
         unwantedInContact_.restart();
         isFloorTheApps_ = false;
         isLidTheApps_ = false;
     }
 
-    /// A record as the helper made it.
-    void takeRecord(const StatusRecord& record) {
+    /// A fan's keys are broken: it may refuse to be handed back, and be driven by nobody. From now on nothing
+    /// is said of the fans, until they are mended and the helper has handed them back, or has started anew.
+    void breakFans() {
+        areFansBroken_ = true;
+        areFansInDoubt_ = true;
+    }
+    void mendFans() { areFansBroken_ = false; }
+    [[nodiscard]] bool areFansInDoubt() const { return areFansInDoubt_; }
+
+    /// A record as the helper made it, and whether the application gets another one.
+    void takeRecord(const StatusRecord& record, bool isGarbledOnItsWay) {
         lastRecord_ = record;
+        wasGarbled_ = isGarbledOnItsWay;
         lastRecordAt_ = machine_.helper.now();
     }
 
@@ -73,11 +84,13 @@ public:
         followRequests();
         followLog();
         followSensors();
+        followFans();
+        lidTheAppsFor_ = lidTheApps_.look(isLidTheApps_, now_);
         isInContact_ = lastRecord_ && now_ - lastRecordAt_ < 1s;
         checkRelease(fail);
         checkTargets(fail);
         checkCriticalHeat(fail);
-        if (isInContact_ && !isGarbled) {
+        if (isInContact_ && !wasGarbled_ && !areFansInDoubt_) {
             checkPublished(fail);
         }
         checkWishes(fail);
@@ -98,14 +111,16 @@ public:
     std::size_t silentLidReleases = 0;
 
 private:
-    /// What nobody wants ends within 8 s whatever happens: an application that is in contact releases it with
-    /// the fifth record (below), and a helper that is not spoken to for more than 6 s lets go by itself,
-    /// which it looks at every 2 s. A disturbance can take the first way away and begin the second anew, so
-    /// it begins this time anew; each is told by `disturb`.
+    /// A helper that is not spoken to for more than 6 s lets go of what nobody wants by itself, which it
+    /// looks at every 2 s. A disturbance can begin this time anew, each is told by `disturb`; so does
+    /// contact.
     static constexpr Duration releasedWithoutContact = 8s;
-    /// One record a second; the first is in at the first look, the fifth 4 s later, and one more second is
-    /// for a look that falls together with a record.
+    /// An application in contact releases it with the fifth record. One comes every second; the first is in
+    /// at the first look, the fifth 4 s later, and one more second is for a look that falls together with a
+    /// record.
     static constexpr Duration releasedInContact = 5s;
+    /// At worst contact comes back when the silence was all but over.
+    static constexpr Duration releasedAnyway = releasedWithoutContact + releasedInContact;
     /// Three of the helper's last five readings, one every 0.8 s, make their median.
     static constexpr Duration medianFollows = 3s;
     /// °C; more than the noise of a sensor.
@@ -124,6 +139,7 @@ private:
 
     void followLog() {
         RecordingLog& log = machine_.helper.log;
+        hasHandedBack_ = log.count("released to Apple-auto (verified") > 0;
         criticalReleases += log.count("CRITICAL");
         blindReleases += log.count("lost all temp readings");
         silentReleases += log.count("WATCHDOG — app silent, releasing");
@@ -131,6 +147,18 @@ private:
         silentLidReleases += lidReleases;
         isLidTheApps_ = isLidTheApps_ && lidReleases == 0;
         log.clear();
+    }
+
+    /// A helper that starts while a mode key is gone spells the keys wrong for good, and a mode that cannot
+    /// be read counts as handed back: only one that has found all keys is believed.
+    void followFans() {
+        const bool isNew = fansOfLaunch_ != machine_.host.launchCount();
+        if (isNew) {
+            fansOfLaunch_ = machine_.host.launchCount();
+            knowsAllFans_ = !areFansBroken_;
+        }
+        const bool isBelieved = knowsAllFans_ && !areFansBroken_;
+        areFansInDoubt_ = areFansInDoubt_ && !(isBelieved && (hasHandedBack_ || isNew));
     }
 
     void followSensors() {
@@ -146,20 +174,28 @@ private:
         const bool canSee = knowsAllSensors_ && !areSensorsBroken && machine_.host.isRunning();
         seesFor_ = seeing_.look(canSee, now_);
         seesTruthFor_ = seeingTruth_.look(canSee && !heldReading && !isTransportBroken, now_);
+        // Between two looks a sensor that is held or let go may have shown less.
+        if (isHeld_ != heldReading.has_value()) {
+            isHeld_ = heldReading.has_value();
+            hot_.restart();
+        }
         hotFor_ = hot_.look(canSee && heldReading.value_or(die) >= 100 + readingSlack, now_);
     }
 
     template <typename Fail>
     void checkRelease(const Fail& fail) {
-        const bool isForced = machine_.helper.mac.isAnyFanForced();
+        const bool isForced = machine_.helper.mac.isAnyFanForced() && !areFansInDoubt_;
         forcedSeconds += isForced ? 1 : 0;
         const bool isUnwanted =
             (isForced && !areFansWanted()) || (machine_.helper.sleepSetting.isSleepDisabled() && !wantsLid);
         if (isGarbled) {
             disturb();
         }
-        if (unwanted_.look(isUnwanted, now_) > releasedWithoutContact) {
+        if (unwanted_.look(isUnwanted, now_) > releasedAnyway) {
             fail("forced for too long without anybody's wish");
+        }
+        if (unwantedInSilence_.look(isUnwanted && !isInContact_, now_) > releasedWithoutContact) {
+            fail("the helper hears nothing and does not release what nobody wants");
         }
         if (unwantedInContact_.look(isUnwanted && isInContact_, now_) > releasedInContact) {
             fail("the application sees what nobody wants and does not release it");
@@ -168,6 +204,9 @@ private:
 
     template <typename Fail>
     void checkTargets(const Fail& fail) {
+        if (areFansInDoubt_) {
+            return;
+        }
         SimulatedMac& mac = machine_.helper.mac;
         for (std::size_t fan = 0; fan < mac.model().fans.size(); ++fan) {
             if (!mac.isFanForced(fan)) {
@@ -205,7 +244,7 @@ private:
 
     template <typename Fail>
     void checkCriticalHeat(const Fail& fail) {
-        if (hotFor_ < medianFollows || seesFor_ < medianFollows) {
+        if (areFansInDoubt_ || hotFor_ < medianFollows || seesFor_ < medianFollows) {
             return;
         }
         ++hotSeconds;
@@ -227,10 +266,10 @@ private:
             fail(fmt::format("targetPercent is {}, the helper holds {}", fan.targetPercent(), floor));
         }
         // The answer to a lid request brings no record with it; the next poll does.
-        if (lidTheApps_.look(isLidTheApps_, now_) >= 1s && flag(StatusKey::lidStayAwake) != wantsLid) {
+        if (lidTheAppsFor_ >= 1s && flag(StatusKey::lidStayAwake) != wantsLid) {
             fail("the helper has not what was asked of it for the lid");
         }
-        if (machine_.helper.mac.isAnyFanForced() && !isHeld) {
+        if (machine_.helper.mac.isAnyFanForced() && !isHeld && !areFansInDoubt_) {
             fail("a fan is forced, and the helper knows nothing of it");
         }
     }
@@ -253,11 +292,19 @@ private:
     Duration now_{};
     std::optional<StatusRecord> lastRecord_;
     Duration lastRecordAt_{};
+    bool wasGarbled_ = false;
     bool isInContact_ = false;
     /// The last floor, or lid setting, that the helper was asked for came from the application.
     bool isFloorTheApps_ = false;
     bool isLidTheApps_ = false;
     int launches_ = 0;
+    int fansOfLaunch_ = 0;
+    bool areFansBroken_ = false;
+    bool areFansInDoubt_ = false;
+    /// The helper was started while no fan was broken.
+    bool knowsAllFans_ = false;
+    /// Within the last second.
+    bool hasHandedBack_ = false;
     /// The helper was started while all sensors could be read.
     bool knowsAllSensors_ = false;
     /// °C, of the last looks.
@@ -265,12 +312,16 @@ private:
     Duration seesFor_{};
     Duration seesTruthFor_{};
     Duration hotFor_{};
+    Duration lidTheAppsFor_{};
     Lasting lidTheApps_;
     Lasting unwanted_;
+    Lasting unwantedInSilence_;
     Lasting unwantedInContact_;
     Lasting seeing_;
     Lasting seeingTruth_;
     Lasting hot_;
+    /// A sensor was held at the last look.
+    bool isHeld_ = false;
 };
 
 }  // namespace corvane

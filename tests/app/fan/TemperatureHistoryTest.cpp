@@ -1,4 +1,5 @@
 #include "tests/app/fan/ReportedMachine.h"
+#include "tests/support/oddNumbers.h"
 
 namespace corvane {
 namespace {
@@ -72,6 +73,19 @@ TEST(TemperatureHistory, HoldsTheLastFifteenReadingsOldestFirst) {
     EXPECT_EQ(machine.fan->cpuTempSmoothed(), 38);
 }
 
+TEST(TemperatureHistory, TakesNoMoreRoomAfterANightInWhichItWasShown) {
+    SensorMachine machine(60);
+    for (int second = 0; second < 1000; ++second) {
+        const QList<double> shown[] = {machine.fan->tempHistory(), machine.fan->gpuHistory(),
+                                       machine.fan->tempTrend()};
+        machine.advance(1s);
+        ASSERT_LE(shown[0].capacity(), 2 * FanController::tempHistoryLimit);
+        ASSERT_LE(shown[1].capacity(), 2 * FanController::tempHistoryLimit);
+        ASSERT_LE(shown[2].capacity(), 2 * FanController::tempTrendLimit);
+    }
+    EXPECT_EQ(machine.fan->tempTrend().size(), FanController::tempTrendLimit);
+}
+
 TEST(TemperatureHistory, FollowsAStepOnceMostReadingsAreNew) {
     SensorMachine machine(60);
     machine.advance(20s);
@@ -119,7 +133,7 @@ TEST(TemperatureHistory, StandsStillWhileTheCpuIsNotRead) {
 
 TEST(TemperatureHistory, NeverTakesInWhatIsNoNumber) {
     SensorMachine machine(60);
-    for (const double celsius : {notANumber, infinite, -infinite}) {
+    for (const double celsius : {notANumber<double>, infinite<double>, -infinite<double>}) {
         machine.readCpu(static_cast<float>(celsius));
         machine.readGpu(static_cast<float>(celsius));
     }
