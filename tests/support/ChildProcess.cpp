@@ -3,6 +3,7 @@
 #include <array>
 #include <csignal>
 #include <cstdlib>
+#include <utility>
 
 #include <fcntl.h>
 #include <fmt/format.h>
@@ -27,11 +28,16 @@ std::vector<char*> pointersTo(std::vector<std::string>& texts) {
     return pointers;
 }
 
+/// The end to read and the end to write; -1 each when there is none to be had.
+std::array<int, 2> makePipe() {
+    std::array<int, 2> ends{-1, -1};
+    return pipe2(ends.data(), O_CLOEXEC) == 0 ? ends : std::array<int, 2>{-1, -1};
+}
+
 }  // namespace
 
 ChildProcess::ChildProcess(const std::string& program, const std::vector<std::string>& arguments,
-                           const std::map<std::string, std::string>& environment)
-    : process_(-1), errorPipe_(-1) {
+                           const std::map<std::string, std::string>& environment) {
     std::vector<std::string> words{program};
     words.insert(words.end(), arguments.begin(), arguments.end());
     const char* path = std::getenv("PATH");
@@ -40,21 +46,22 @@ ChildProcess::ChildProcess(const std::string& program, const std::vector<std::st
         variables.push_back(fmt::format("{}={}", name, value));
     }
 
-    std::array<int, 2> ends{-1, -1};
-    if (pipe2(ends.data(), O_CLOEXEC) != 0) {
-        return;
-    }
+    const std::array<int, 2> output = makePipe();
+    const std::array<int, 2> errors = makePipe();
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
-    posix_spawn_file_actions_adddup2(&actions, ends[1], STDERR_FILENO);
+    posix_spawn_file_actions_adddup2(&actions, output[1], STDOUT_FILENO);
+    posix_spawn_file_actions_adddup2(&actions, errors[1], STDERR_FILENO);
     if (posix_spawn(&process_, program.c_str(), &actions, nullptr, pointersTo(words).data(),
                     pointersTo(variables).data()) != 0) {
         process_ = -1;
     }
     posix_spawn_file_actions_destroy(&actions);
-    close(ends[1]);
-    errorPipe_ = ends[0];
+    close(output[1]);
+    close(errors[1]);
+    output_.pipe = output[0];
+    errors_.pipe = errors[0];
 }
 
 ChildProcess::~ChildProcess() {
@@ -62,7 +69,8 @@ ChildProcess::~ChildProcess() {
         kill(process_, SIGKILL);
         waitpid(process_, nullptr, 0);
     }
-    close(errorPipe_);
+    close(output_.pipe);
+    close(errors_.pipe);
 }
 
 void ChildProcess::signal(int signal) const {
@@ -71,25 +79,35 @@ void ChildProcess::signal(int signal) const {
     }
 }
 
+void ChildProcess::Stream::read() {
+    std::array<char, 4096> buffer{};
+    const ssize_t size = ::read(pipe, buffer.data(), buffer.size());
+    if (size > 0) {
+        text.append(buffer.data(), static_cast<std::size_t>(size));
+    } else {
+        close(std::exchange(pipe, -1));
+    }
+}
+
 bool ChildProcess::readMore() {
-    pollfd waiting{errorPipe_, POLLIN, 0};
+    std::array<pollfd, 2> waiting{{{output_.pipe, POLLIN, 0}, {errors_.pipe, POLLIN, 0}}};
     const auto patience = std::chrono::milliseconds(testPatience).count();
-    if (poll(&waiting, 1, static_cast<int>(patience)) != 1) {
+    if (hasEnded() || poll(waiting.data(), waiting.size(), static_cast<int>(patience)) < 1) {
         return false;
     }
-    std::array<char, 4096> buffer{};
-    const ssize_t size = read(errorPipe_, buffer.data(), buffer.size());
-    hasEnded_ = size <= 0;
-    if (!hasEnded_) {
-        errors_.append(buffer.data(), static_cast<std::size_t>(size));
+    if (waiting[0].revents != 0) {
+        output_.read();
     }
-    return !hasEnded_;
+    if (waiting[1].revents != 0) {
+        errors_.read();
+    }
+    return !hasEnded();
 }
 
 bool ChildProcess::waitForError(const std::string& text) {
-    while (errors_.find(text) == std::string::npos) {
+    while (errors_.text.find(text) == std::string::npos) {
         if (!readMore()) {
-            return false;
+            return errors_.text.find(text) != std::string::npos;
         }
     }
     return true;
@@ -98,7 +116,7 @@ bool ChildProcess::waitForError(const std::string& text) {
 int ChildProcess::wait() {
     while (readMore()) {
     }
-    if (!hasEnded_ || process_ < 0) {
+    if (!hasEnded() || process_ < 0) {
         return -1000;
     }
     int status = 0;
@@ -109,7 +127,8 @@ int ChildProcess::wait() {
 
 std::size_t ChildProcess::countErrors(const std::string& text) const {
     std::size_t count = 0;
-    for (std::size_t at = errors_.find(text); at != std::string::npos; at = errors_.find(text, at + 1)) {
+    const std::string& errors = errors_.text;
+    for (std::size_t at = errors.find(text); at != std::string::npos; at = errors.find(text, at + 1)) {
         ++count;
     }
     return count;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <atomic>
 #include <memory>
 #include <string>
 #include <utility>
@@ -32,7 +33,7 @@ public:
                    const std::string& mode) { return giveLock(what + '|' + who + '|' + why + '|' + mode); });
         object_->registerProperty("PreparingForSleep").onInterface(interface).withGetter([this] {
             questions_.add("PreparingForSleep");
-            return false;
+            return isPreparingForSleep_.load();
         });
         object_->registerSignal("PrepareForSleep").onInterface(interface).withParameters<bool>();
         object_->finishRegistration();
@@ -40,7 +41,11 @@ public:
         connection_->enterEventLoopAsync();
     }
 
+    /// What it answers when it is asked; a real one, too, gives out no locks then.
+    void prepareForSleep(bool isGoingDown) { isPreparingForSleep_ = isGoingDown; }
+
     void tellOfSuspend(bool isGoingDown) {
+        prepareForSleep(isGoingDown);
         object_->emitSignal("PrepareForSleep").onInterface(interface).withArguments(isGoingDown);
     }
 
@@ -77,6 +82,9 @@ private:
 
     sdbus::UnixFd giveLock(std::string request) {
         std::array<int, 2> ends{-1, -1};
+        if (isPreparingForSleep_) {
+            throw sdbus::Error("org.freedesktop.login1.OperationInProgress", "it sleeps already");
+        }
         if (pipe2(ends.data(), O_CLOEXEC) != 0) {
             throw sdbus::Error("org.freedesktop.DBus.Error.Failed", "no pipe");
         }
@@ -84,6 +92,7 @@ private:
         return {ends[1], sdbus::adopt_fd};
     }
 
+    std::atomic<bool> isPreparingForSleep_ = false;
     Notes<Lock> locks_;
     Notes<std::string> questions_;
     std::unique_ptr<sdbus::IConnection> connection_;

@@ -18,6 +18,9 @@ namespace corvane {
 /// that it is told.
 class HelperClient {
 public:
+    /// What is told of a call that was not answered in time.
+    static constexpr const char* tooLate = "failed: The helper did not answer in time.";
+
     explicit HelperClient(const std::string& bus, Duration timeout = testPatience)
         : connector_(busThread_, mainLoop_, HelperBus{bus}, timeout) {
         connect();

@@ -14,8 +14,8 @@
 #include <fmt/format.h>
 #include <unistd.h>
 
-#include "platform/linux/HeldSignals.h"
 #include "platform/linux/desktop/PkexecInstaller.h"
+#include "platform/posix/HeldSignals.h"
 #include "platform/posix/PosixFileSystem.h"
 #include "tests/system/printResult.h"
 

@@ -12,11 +12,11 @@
 
 #include <fmt/format.h>
 
-#include "platform/linux/HeldSignals.h"
 #include "platform/linux/StderrLog.h"
 #include "platform/linux/desktop/JsonUserDefaults.h"
 #include "platform/linux/desktop/PkexecUninstaller.h"
 #include "platform/linux/desktop/XdgLoginItem.h"
+#include "platform/posix/HeldSignals.h"
 #include "platform/posix/PosixFileSystem.h"
 #include "tests/system/printResult.h"
 

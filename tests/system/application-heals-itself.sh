@@ -7,7 +7,7 @@
 plug_in_board hwmon0 nct6798 5
 plug_in_processor hwmon1
 
-has_lid_lock() { inside systemd-inhibit --list --no-legend | grep --quiet handle-lid-switch; }
+has_lid_lock() { grep --quiet handle-lid-switch <<<"$(inside systemd-inhibit --list --no-legend)"; }
 has_no_lid_lock() { ! has_lid_lock; }
 
 call setFanFloorWithPercentWithReply d 80 >/dev/null

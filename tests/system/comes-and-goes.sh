@@ -4,36 +4,19 @@
 # disk is as it was before.
 . "$(dirname "$0")/removal.sh"
 . "$tests/package.sh"
+. "$tests/boxed-desktop.sh"
 
-for needed in /usr/bin/Xvfb /usr/bin/xfwm4 /usr/bin/xdotool /usr/bin/python3 /usr/bin/dbus-daemon; do
-    inside test -x "$needed" || {
-        echo "SKIPPED: $needed is not installed" >&2
-        exit 77
-    }
-done
-inside /usr/bin/python3 -c 'import gi; gi.require_version("Atspi", "2.0")' 2>/dev/null || {
-    echo "SKIPPED: gir1.2-atspi-2.0 is not installed" >&2
-    exit 77
-}
-
-# --- a desktop ---------------------------------------------------------------------------------------------------
-
-desk=/tmp/desk
-display=:77
-
-# on_desktop COMMAND...: as the operator's desktop would start it.
-on_desktop() {
-    as_operator env HOME="$home" XDG_RUNTIME_DIR=$desk DISPLAY=$display DBUS_SESSION_BUS_ADDRESS=unix:path=$desk/bus \
-        QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1 LANG=C.UTF-8 "$@"
-}
+set_desk /tmp/desk
+on_desktop() { as_operator env "${desktop_variables[@]}" "$@"; }
 
 start_desktop() {
-    as_operator mkdir --mode 700 $desk
+    as_operator mkdir --mode 700 "$desk"
     # What a desktop keeps for itself is no matter of the application's.
-    on_desktop env HOME=$desk Xvfb $display -screen 0 1280x1024x24 >/dev/null 2>&1 &
-    on_desktop env HOME=$desk dbus-daemon --session --nofork --address=unix:path=$desk/bus >/dev/null 2>&1 &
-    wait_until 20 "there are a display and a bus" inside test -S "/tmp/.X11-unix/X${display#:}" -a -S $desk/bus
-    on_desktop env HOME=$desk xfwm4 --compositor=off >/dev/null 2>&1 &
+    on_desktop env HOME="$desk" Xvfb $desk_display -screen 0 1280x1024x24 >/dev/null 2>&1 &
+    on_desktop env HOME="$desk" dbus-daemon --session --nofork --address=unix:path="$desk/bus" >/dev/null 2>&1 &
+    wait_until 20 "there is a display" display_is_there
+    wait_until 20 "there is a bus" inside test -S "$desk/bus"
+    on_desktop env HOME="$desk" xfwm4 --compositor=off >/dev/null 2>&1 &
 }
 
 # start_corvane ANSWER: with somebody who answers its prompts. Sets `application` to its process.
@@ -43,25 +26,11 @@ start_corvane() {
     wait_until 20 "the application runs" says "the fan helper is installed" 1
 }
 
-# says TEXT TIMES: in so many lines of the application's log, a restart's included.
-says() { [[ $(grep --count --fixed-strings -- "$1" "$BOX_ROOT/tmp/corvane.log") == "$2" ]]; }
-
 application_has_ended() { ! kill -0 "$application" 2>/dev/null; }
 
-accessible() { on_desktop "$tests/accessible" Corvane "$@"; }
-shows() { accessible list | grep --quiet --fixed-strings -- "$1"; }
-
-# click_on ROLE NAME [PERCENT]: in its middle, or at that part of its width.
-click_on() {
-    local place
-    wait_until 15 "there is a $1 called $2" accessible where "$1" "$2"
-    read -ra place <<<"$(accessible where "$1" "$2")"
-    on_desktop xdotool mousemove $((place[0] + place[2] * ${3:-50} / 100)) $((place[1] + place[3] / 2)) click 1
-}
-
-# open_settings NAME: a second start opens the panel of the first, which has a button of that name.
+# open_settings NAME: by the panel's button of that name.
 open_settings() {
-    on_desktop timeout 20 corvane || fail "a second start ended with $?"
+    open_panel
     click_on "push button" "$1"
 }
 
@@ -69,8 +38,7 @@ open_settings() {
 
 plug_in_board hwmon0 nct6798 5
 plug_in_processor hwmon1
-# Notifications are nobody's here, and a service that waits for somebody would hold them up.
-inside sh -c 'grep --files-with-matches org.freedesktop.Notifications /usr/share/dbus-1/services/* | xargs -r rm'
+forget_notification_servers
 as_operator mkdir --parents "$home/.config/autostart" "$home/.cache"
 start_desktop
 disk=$(changes_on_disk)

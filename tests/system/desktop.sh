@@ -57,8 +57,10 @@ simulate() {
 
 # helper_says KEY VALUE: in the status that any caller can ask for, as busctl spells it.
 helper_says() {
-    busctl --user call de.tavrin.corvane.smchelper /de/tavrin/corvane/smchelper \
-        de.tavrin.corvane.FanHelperProtocol getStatusWithReply | grep --quiet --fixed-strings "\"$1\" $2"
+    local status
+    status=$(busctl --user call de.tavrin.corvane.smchelper /de/tavrin/corvane/smchelper \
+        de.tavrin.corvane.FanHelperProtocol getStatusWithReply) || return 1
+    grep --quiet --fixed-strings "\"$1\" $2" <<<"$status"
 }
 
 # --- the status item -------------------------------------------------------------------------------------------

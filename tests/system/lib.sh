@@ -86,13 +86,14 @@ fan_is_in() {
 # --- its disk --------------------------------------------------------------------------------------------------
 
 # What the box has on its disk that this machine has not, and what it lacks: names alone. dpkg's own books and the
-# caches that its triggers write for all packages are exempt; so is what the journal and systemd write.
+# caches that its triggers write for all packages are exempt; so is what the journal, systemd and UDisks keep for
+# themselves, which a Debian that has just been installed has not done yet.
 changes_on_disk() {
     local kind file
     while read -r kind file; do
         [[ $kind == d && -d /$file ]] || echo "/$file ($kind)"
     done < <(inside find /run/changes -mindepth 1 \( -path '*/var/lib/dpkg' -o -path '*/var/log/dpkg.log' \
-        -o -path '*/var/cache/man' -o -path '*/var/log/journal' -o -path '*/var/lib/systemd' \
+        -o -path '*/var/cache/man' -o -path '*/var/log/journal' -o -path '*/var/lib/systemd' -o -path '*/var/lib/udisks2' \
         -o -path '*/var/tmp/systemd-private-*' \
         -o -name mimeinfo.cache -o -name icon-theme.cache \) -prune -o -printf '%y %P\n') | sort
     inside find /run/corvane "/run/systemd/system/$unit.d" 2>/dev/null || true

@@ -33,6 +33,7 @@ done
 for file in install-helper helper.unit helper.activation helper.policy installed-files; do
     ! grep --quiet "/$file$" <<<"$contents" || fail "$file is in the package, which has no use for it"
 done
-dpkg-deb --fsys-tarfile "$package" | tar --extract --to-stdout "./usr/lib/systemd/system/$name.smchelper.service" |
-    grep --quiet --fixed-strings --line-regexp 'ExecStart="/usr/libexec/corvane/corvane-helper" --daemon' ||
+# Not through a pipe: grep ends at what it looks for, and tar would fail for want of a reader.
+unit=$(dpkg-deb --fsys-tarfile "$package" | tar --extract --to-stdout "./usr/lib/systemd/system/$name.smchelper.service")
+grep --quiet --fixed-strings --line-regexp 'ExecStart="/usr/libexec/corvane/corvane-helper" --daemon' <<<"$unit" ||
     fail "the unit does not start the package's helper"

@@ -10,7 +10,7 @@ wtype -s 100000 x &
 # --- a window on Wayland, which has the keyboard
 foot --app-id=terminal sleep 100 2>"$folder/foot.log" &
 terminal_has_keyboard() {
-    swaymsg --raw --type get_tree | tr --delete ' \n' | grep --quiet '"focused":true,.*"app_id":"terminal"'
+    grep --quiet '"focused":true,.*"app_id":"terminal"' <<<"$(swaymsg --raw --type get_tree | tr --delete ' \n')"
 }
 wait_until 20 "the terminal has the keyboard" terminal_has_keyboard
 
@@ -28,7 +28,7 @@ wait_until 5 "Escape closes it" panel_is_closed
 
 # --- a second start
 "$PROGRAM" || fail "a second start ended with $?"
-wait_until 5 "a second start opens the panel of the first" panel_is_shown
+wait_until 20 "a second start opens the panel of the first" panel_is_shown
 expect_panel_stays
 grim "$folder/sway.png"
 eval "$(xdotool getwindowgeometry --shell "$(panel_window)")"
@@ -44,7 +44,7 @@ unset DISPLAY
 rm --force "$XDG_RUNTIME_DIR/corvane/open"
 start_corvane
 wait_until 20 "it runs" test -S "$XDG_RUNTIME_DIR/corvane/open"
-compositor_shows_panel() { swaymsg --raw --type get_tree | grep --quiet 'app_id": *"de.tavrin.corvane"'; }
+compositor_shows_panel() { grep --quiet 'app_id": *"de.tavrin.corvane"' <<<"$(swaymsg --raw --type get_tree)"; }
 compositor_shows_panel && fail "the panel is open already"
 "$PROGRAM" || fail "a second start without an X server ended with $?"
 wait_until 5 "the compositor shows the panel" compositor_shows_panel

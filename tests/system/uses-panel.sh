@@ -1,6 +1,7 @@
 #!/bin/bash
 # On XFCE's panel the status item appears, and a click opens the panel at it: the fans follow its slider, a chip begins
-# a boost, a click elsewhere closes it. The hot keys work, another start opens the panel, and a notification is drawn.
+# a boost, a click elsewhere closes it, also over a question, which waits for its answer. The hot keys work, another start
+# opens the panel, and a notification is drawn.
 . "$(dirname "$0")/desktop.sh"
 
 start_xfce_panel "$folder/xfce"
@@ -39,6 +40,35 @@ wait_until 5 "the desktop is at rest" stands_still
 panel_is_closed || fail "the click that closed the panel opened it again"
 click_at "${item[@]}"
 wait_until 5 "the next click opens it" panel_is_shown
+
+# --- a click elsewhere closes it whatever lies over it; a question is there again with it
+leave_and_come_back() {
+    click_at 100 900
+    wait_until 5 "a click elsewhere closes the panel with $1" panel_is_closed
+    click_at "${item[@]}"
+    wait_until 5 "the panel is open again" panel_is_shown
+}
+asks() { accessible where "push button" "$1" >/dev/null 2>&1; }
+click_on "push button" "Automation" # its title, to open the section
+click_on "push button" "Choose app…"
+wait_until 5 "the applications are offered" asks "Choose"
+leave_and_come_back "the applications"
+wait_until 5 "the panel is read" asks "Automation"
+! asks "Choose" || fail "the applications are offered still"
+click_on "check box" "Awake, lid closed"
+wait_until 5 "it asks about the closed lid" asks "Enable"
+leave_and_come_back "the question"
+wait_until 5 "it asks again" asks "Enable"
+click_on "push button" "Cancel"
+wait_until 5 "the question is gone" eval '! asks "Enable"'
+item_says "Inactive" || fail "the closed-lid mode is on though nobody wanted it"
+click_on "check box" "Awake, lid closed"
+wait_until 5 "it asks the next time" asks "Enable"
+leave_and_come_back "the question of the next time"
+click_on "push button" "Enable"
+wait_until 5 "the closed-lid mode is on" item_says "Awake, lid closed"
+click_on "check box" "Awake, lid closed"
+wait_until 5 "it is off again" item_says "Inactive"
 
 # --- the fans follow
 click_on "push button" "Fans" # its title, to open the section
