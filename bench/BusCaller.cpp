@@ -1,5 +1,8 @@
 #include "bench/BusCaller.h"
 
+#include <stdexcept>
+#include <thread>
+
 #include "platform/linux/HelperBus.h"
 #include "platform/linux/StatusCodec.h"
 
@@ -74,6 +77,25 @@ bool BusCaller::awaitAnswer() {
         process();
     }
     return true;
+}
+
+void BusCaller::awaitConsent() {
+    if (!awaitAnswer() || errors_ != 0) {
+        throw std::runtime_error("the helper refuses a call, or does not answer it");
+    }
+}
+
+void BusCaller::holdFloor(double percent) {
+    setFloor(percent);
+    awaitConsent();
+}
+
+void BusCaller::keepInTouch(std::chrono::steady_clock::time_point deadline) {
+    while (std::chrono::steady_clock::now() < deadline) {
+        ping();
+        awaitConsent();
+        std::this_thread::sleep_for(std::chrono::seconds(1));
+    }
 }
 
 }  // namespace corvane

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -31,12 +32,19 @@ public:
     /// Processes until the call under way is answered. False when that takes longer than 5 s.
     bool awaitAnswer();
 
+    /// Asks for a floor, and has it when this returns. Throws std::runtime_error when it is refused or not
+    /// answered within 5 s.
+    void holdFloor(double percent);
+    /// Pings once a second until `deadline`, so as not to be taken for gone. Throws in the same way.
+    void keepInTouch(std::chrono::steady_clock::time_point deadline);
+
     [[nodiscard]] std::uint64_t answers() const { return answers_; }
     /// Of these, how many were errors.
     [[nodiscard]] std::uint64_t errors() const { return errors_; }
 
 private:
     void callNext();
+    void awaitConsent();
     void take(const sdbus::Error* error);
     template <typename... Results, typename... Arguments>
     void call(const std::string& method, Arguments... arguments);

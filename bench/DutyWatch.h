@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/linux/hwmon/FileDescriptor.h"
+#include "platform/posix/FileDescriptor.h"
 
 namespace corvane {
 

@@ -41,19 +41,38 @@ bool canCall(const std::string& address) {
     }
 }
 
+/// The limits that a bus has by itself are those of a system's bus.
+std::string configurationOption(BusLimits limits, const HwmonTree& tree) {
+    if (limits == BusLimits::ofSession) {
+        return "--session";
+    }
+    const std::string file = tree.runFolder() + "/bus.conf";
+    std::ofstream(file) << R"(<busconfig>
+  <type>session</type>
+  <listen>unix:path=)" << tree.runFolder()
+                        << R"(/bus</listen>
+  <auth>EXTERNAL</auth>
+  <policy context="default"><allow own="*"/><allow send_destination="*"/><allow eavesdrop="false"/></policy>
+</busconfig>
+)";
+    return "--config-file=" + file;
+}
+
 ChildProcess startHelper(const std::string& corvane, const HwmonTree& tree, const std::string& address) {
     await("the bus", [&] { return std::filesystem::exists(tree.runFolder() + "/bus"); });
-    return ChildProcess({corvane, "--daemon"}, {{"CORVANE_SYSFS", tree.root()},
-                                                {"CORVANE_HELPER_BUS", address},
-                                                {"RUNTIME_DIRECTORY", tree.runFolder()},
-                                                // No logind: nothing of this machine is touched.
-                                                {"DBUS_SYSTEM_BUS_ADDRESS", address}});
+    return ChildProcess({corvane, "--daemon"},
+                        {{"CORVANE_SYSFS", tree.root()},
+                         {"CORVANE_HELPER_BUS", address},
+                         {"RUNTIME_DIRECTORY", tree.runFolder()},
+                         // This machine's login manager is not asked: nothing of it is touched.
+                         {"DBUS_SYSTEM_BUS_ADDRESS", address}});
 }
 
 }  // namespace
 
-MeasuredHelper::MeasuredHelper(const std::string& corvane)
-    : bus_({"dbus-daemon", "--session", "--nofork", "--nopidfile", "--address=" + address_}),
+MeasuredHelper::MeasuredHelper(const std::string& corvane, BusLimits limits)
+    : bus_({"dbus-daemon", configurationOption(limits, tree_), "--nofork", "--nopidfile",
+            "--address=" + address_}),
       helper_(startHelper(corvane, tree_, address_)) {
     await("the helper", [&] { return canCall(address_); });
 }

@@ -8,11 +8,15 @@
 
 namespace corvane {
 
+/// What a bus lets a user have: next to everything, as a session's does, or 256 connections, as a system's.
+enum class BusLimits { ofSession, ofSystem };
+
 /// A real helper process on a private bus and on attribute files of its own.
 class MeasuredHelper {
 public:
-    /// `corvane` is the program's path. Throws when the helper does not answer within 10 s.
-    explicit MeasuredHelper(const std::string& corvane);
+    /// `corvane` is the program's path; `limits` are the bus's. Throws when the helper does not answer within
+    /// 10 s.
+    MeasuredHelper(const std::string& corvane, BusLimits limits);
 
     [[nodiscard]] const HwmonTree& tree() const { return tree_; }
     [[nodiscard]] const std::string& busAddress() const { return address_; }

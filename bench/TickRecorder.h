@@ -22,8 +22,8 @@ public:
     /// False: the recorder itself may be late, so that ticks look less steady than they are.
     [[nodiscard]] bool goesFirst() const { return goesFirst_; }
 
-    /// Ends it. When the writes were seen.
-    const std::vector<Clock::time_point>& stop();
+    /// Ends it. How far apart the writes were seen, one after the other, ms.
+    std::vector<double> stop();
 
 private:
     void record();

@@ -9,7 +9,6 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <memory>
 #include <stdexcept>
 #include <string>
 #include <thread>
@@ -19,6 +18,7 @@
 #include <sys/resource.h>
 
 #include "bench/BusCaller.h"
+#include "bench/Crowd.h"
 #include "bench/DutyWatch.h"
 #include "bench/Figures.h"
 #include "bench/MeasuredHelper.h"
@@ -42,13 +42,6 @@ struct Floor {
 };
 constexpr Floor low{40.0, 102};
 constexpr Floor high{80.0, 204};
-
-void setFloor(BusCaller& caller, double percent) {
-    caller.setFloor(percent);
-    if (!caller.awaitAnswer() || caller.errors() != 0) {
-        throw std::runtime_error("the helper refuses a floor");
-    }
-}
 
 void measureMemory(const MeasuredHelper& helper, const std::string& when, Figures& figures) {
     figures.add("resident memory, " + when, "MiB", helper.statusFigure("VmRSS") / 1024);
@@ -87,18 +80,17 @@ void measureCallToFan(const MeasuredHelper& helper, BusCaller& caller, Figures& 
 }
 
 /// How far the distances of the writes are from the tick's period, ms.
-std::vector<double> deviations(const std::vector<Clock::time_point>& writes) {
-    std::vector<double> result;
-    for (std::size_t i = 1; i < writes.size(); ++i) {
-        result.push_back(std::abs(Milliseconds(writes[i] - writes[i - 1]).count() - tickMs));
+std::vector<double> deviations(std::vector<double> distances) {
+    for (double& distance : distances) {
+        distance = std::abs(distance - tickMs);
     }
-    return result;
+    return distances;
 }
 
 /// What a held fan costs between requests. The time is shorter than the helper waits for a sign of its
 /// client.
 void measureSystemCalls(const MeasuredHelper& helper, BusCaller& client, Figures& figures) {
-    setFloor(client, low.percent);
+    client.holdFloor(low.percent);
     const auto calls = countSystemCalls(helper.id(), 5s, helper.tree().runFolder());
     const double ticks = calls["pwrite64"] / HwmonTree::fans;
     if (ticks == 0) {
@@ -111,49 +103,18 @@ void measureSystemCalls(const MeasuredHelper& helper, BusCaller& client, Figures
     figures.add("looks at the journal (newfstatat) per tick", "", calls["newfstatat"] / ticks);
 }
 
-/// Lets the callers work until `deadline`.
-void serve(std::vector<std::unique_ptr<BusCaller>>& callers, Clock::time_point deadline) {
-    std::vector<pollfd> waiting(callers.size());
-    while (Clock::now() < deadline) {
-        for (std::size_t i = 0; i < callers.size(); ++i) {
-            waiting[i] = callers[i]->interest();
-        }
-        ::poll(waiting.data(), waiting.size(), 100);
-        for (std::size_t i = 0; i < callers.size(); ++i) {
-            if (waiting[i].revents != 0) {
-                callers[i]->process();
-            }
-        }
-    }
-}
-
-/// The helper's client makes sure that it is not taken for gone.
-void keepInTouch(BusCaller& client, Clock::time_point deadline) {
-    while (Clock::now() < deadline) {
-        client.ping();
-        client.awaitAnswer();
-        std::this_thread::sleep_for(1s);
-    }
-}
-
 void measureSteadiness(const MeasuredHelper& helper, BusCaller& client, std::size_t callerCount,
                        std::chrono::seconds duration, Figures& figures) {
-    std::vector<std::unique_ptr<BusCaller>> callers;
-    for (std::size_t i = 0; i < callerCount; ++i) {
-        callers.push_back(std::make_unique<BusCaller>(helper.busAddress()));
-    }
+    Crowd crowd(helper.busAddress(), callerCount);
     // Connecting takes a while.
-    setFloor(client, low.percent);
-    for (const auto& caller : callers) {
-        caller->callOnAndOn();
-    }
+    client.holdFloor(low.percent);
     const std::uint64_t processorBefore = helper.processorTime();
     const Clock::time_point start = Clock::now();
     TickRecorder recorder(helper.tree().dutyFile());
-    if (callers.empty()) {
-        keepInTouch(client, start + duration);
+    if (callerCount == 0) {
+        client.keepInTouch(start + duration);
     } else {
-        serve(callers, start + duration);
+        crowd.callUntil(start + duration);
     }
     const std::vector<double> off = deviations(recorder.stop());
     const double elapsedMs = Milliseconds(Clock::now() - start).count();
@@ -162,17 +123,10 @@ void measureSteadiness(const MeasuredHelper& helper, BusCaller& client, std::siz
     if (static_cast<double>(off.size()) < elapsedMs / tickMs / 2) {
         throw std::runtime_error("the control loop has stopped");
     }
-    std::uint64_t answers = 0;
-    std::uint64_t errors = 0;
-    for (const auto& caller : callers) {
-        caller->stop();
-        answers += caller->answers();
-        errors += caller->errors();
-    }
     const std::string load = fmt::format("{} callers: ", callerCount);
-    if (!callers.empty()) {
-        figures.add(load + "answers", "per s", static_cast<double>(answers) / elapsedMs * 1000);
-        figures.add(load + "errors", "", static_cast<double>(errors));
+    if (callerCount != 0) {
+        figures.add(load + "answers", "per s", static_cast<double>(crowd.answers()) / elapsedMs * 1000);
+        figures.add(load + "errors", "", static_cast<double>(crowd.errors()));
     }
     figures.add(load + "helper's processor time", "% of one", processorMs / elapsedMs * 100);
     figures.add(load + "tick off 0.4 s, median", "ms", quantileOf(off, 0.5));
@@ -184,14 +138,14 @@ void measureSteadiness(const MeasuredHelper& helper, BusCaller& client, std::siz
 }
 
 void measureOnce(const std::string& corvane, std::chrono::seconds duration, Figures& figures) {
-    MeasuredHelper helper(corvane);
+    MeasuredHelper helper(corvane, BusLimits::ofSession);
     std::this_thread::sleep_for(1s);
     measureMemory(helper, "idle", figures);
 
     BusCaller client(helper.busAddress());
-    setFloor(client, low.percent);
+    client.holdFloor(low.percent);
     measureCallToFan(helper, client, figures);
-    setFloor(client, low.percent);
+    client.holdFloor(low.percent);
     measureSystemCalls(helper, client, figures);
     for (const std::size_t callers : {0U, 1U, 100U, 1000U}) {
         measureSteadiness(helper, client, callers, duration, figures);

@@ -1,11 +1,10 @@
 // panel-opening [TIMES]: how long the panel takes from a click on the status item to its first frame, the
-// first time, when its views are loaded, and later. On the display, buses and machine that the environment
+// first time, when its views are loaded, and later. On the X display, buses and machine that the environment
 // names.
 
 #include <QByteArray>
 #include <QElapsedTimer>
 #include <QEventLoop>
-#include <QGuiApplication>
 #include <QQuickWindow>
 #include <algorithm>
 #include <cstdio>
@@ -17,6 +16,7 @@
 #include "app/application/Application.h"
 #include "app/application/MenuBar.h"
 #include "app/popover/QuickPopover.h"
+#include "app/windows/QtApplication.h"
 #include "app/windows/quickViews.h"
 #include "platform/select/selectAppPlatform.h"
 
@@ -95,8 +95,7 @@ int main(int argc, char** argv) {
         return EXIT_FAILURE;
     }
     constexpr int defaultTimes = 9;
-    QGuiApplication::setQuitOnLastWindowClosed(false);
-    const QGuiApplication application(argc, argv);
+    const QtApplication application({argv, argv + argc}, "xcb");
     return measure(std::get<PlatformOptions>(options),
                    argc > 1 ? std::max(1, QByteArray(argv[1]).toInt()) : defaultTimes);
 }
