@@ -1,5 +1,6 @@
 #include "platform/simulated/ScenarioSource.h"
 
+#include <chrono>
 #include <fstream>
 #include <system_error>
 
@@ -18,7 +19,8 @@ std::optional<ScenarioSource::Stamp> ScenarioFile::stamp() {
     if (error) {
         return std::nullopt;
     }
-    return Stamp{modified.time_since_epoch().count(), size};
+    const auto age = std::chrono::duration_cast<std::chrono::nanoseconds>(modified.time_since_epoch());
+    return Stamp{age.count(), size};
 }
 
 std::optional<std::string> ScenarioFile::read(std::size_t limit) {

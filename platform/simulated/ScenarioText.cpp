@@ -1,7 +1,12 @@
 #include "platform/simulated/ScenarioText.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
+#include <limits>
+#include <locale>
+#include <sstream>
+#include <utility>
 
 namespace corvane {
 
@@ -42,5 +47,30 @@ std::string quoted(std::string_view text) {
         safe, [](char letter) { return letter < ' ' || letter > '~'; }, '?');
     return "\"" + safe + (text.size() > longest ? "...\"" : "\"");
 }
+
+template <std::floating_point Number>
+std::optional<Number> parsedNumber(std::string_view text) {
+    using Limits = std::numeric_limits<Number>;
+    constexpr std::array<std::pair<std::string_view, Number>, 3> words{
+        {{"nan", Limits::quiet_NaN()}, {"inf", Limits::infinity()}, {"-inf", -Limits::infinity()}}};
+    for (const auto& [word, number] : words) {
+        if (text == word) {
+            return number;
+        }
+    }
+    // Streams differ in what else they take for a number.
+    if (text.starts_with('+') || text.find_first_not_of("0123456789.eE+-") != std::string_view::npos) {
+        return std::nullopt;
+    }
+    std::istringstream stream{std::string(text)};
+    stream.imbue(std::locale::classic());
+    Number number{};
+    stream >> number;
+    return !stream.fail() && stream.peek() == std::istringstream::traits_type::eof() ? std::optional(number)
+                                                                                     : std::nullopt;
+}
+
+template std::optional<float> parsedNumber<float>(std::string_view text);
+template std::optional<double> parsedNumber<double>(std::string_view text);
 
 }  // namespace corvane

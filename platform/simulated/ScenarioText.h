@@ -1,6 +1,7 @@
 #pragma once
 
 #include <charconv>
+#include <concepts>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -24,8 +25,12 @@ std::string_view nextWord(std::string_view& text);
 /// Foreign text for a message: short, and without control characters.
 std::string quoted(std::string_view text);
 
+/// The number that all of `text` is: with a point whatever the user's language, or nan, inf, -inf.
+template <std::floating_point Number>
+std::optional<Number> parsedNumber(std::string_view text);
+
 /// The number that all of `text` is.
-template <typename Number>
+template <std::integral Number>
 std::optional<Number> parsedNumber(std::string_view text) {
     Number number{};
     const char* const end = text.data() + text.size();

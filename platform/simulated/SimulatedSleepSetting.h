@@ -10,7 +10,7 @@
 
 namespace corvane {
 
-/// A lid setting that only remembers, for tests: it keeps every call. Any thread.
+/// A lid setting that only remembers: it keeps every call. Any thread.
 class SimulatedSleepSetting final : public SystemSleepSetting {
 public:
     std::optional<std::string> setSleepDisabled(bool disabled) override {
@@ -22,7 +22,7 @@ public:
         return failure_;
     }
 
-    /// From now on every call fails with this text and changes nothing; nothing ends that.
+    /// From now on every call fails with this text and changes nothing; none for success again.
     void failWith(std::optional<std::string> text) {
         const std::lock_guard lock(mutex_);
         failure_ = std::move(text);

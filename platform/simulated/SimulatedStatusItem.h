@@ -30,6 +30,10 @@ public:
     [[nodiscard]] const std::string& toolTipText() const { return toolTipText_; }
     [[nodiscard]] const std::vector<StatusMenuEntry>& menu() const { return menu_; }
 
+    [[nodiscard]] StatusItemAnchor anchor() const override { return anchor_; }
+    /// Tells its place without a click from now on.
+    void tellPlace(ScreenPoint point) { anchor_ = {point}; }
+
     /// The user clicks.
     void click(const StatusItemAnchor& anchor = {}) const {
         if (handlers_.activated) {
@@ -53,6 +57,7 @@ private:
     std::string toolTipTitle_;
     std::string toolTipText_;
     std::vector<StatusMenuEntry> menu_;
+    StatusItemAnchor anchor_;
     StatusItemHandlers handlers_;
 };
 

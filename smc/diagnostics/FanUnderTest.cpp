@@ -11,7 +11,7 @@ namespace corvane {
 namespace {
 
 constexpr int restoreAttempts = 5;
-/// Firmware can take a moment to show that it has the fan again.
+/// Firmware can take a moment to show that it has the fan again, also after a signal.
 constexpr Duration restorePause = std::chrono::milliseconds(120);
 
 }  // namespace
@@ -63,7 +63,7 @@ bool FanUnderTest::restore(InterruptiblePause& pause) {
             }
             return true;
         }
-        pause.pause(restorePause);
+        pause.wait(restorePause);
     }
     return false;
 }

@@ -52,26 +52,26 @@ double targetAsFpe2(const FanUnderTest& fan) {
 }
 
 bool probeAsFpe2(CommandPlatform& platform, const FanUnderTest& fan, std::int32_t rpm) {
-    const std::int32_t code = fan.writeTargetAsFpe2(rpm);
+    fan.writeTargetAsFpe2(rpm);
     if (!platform.pause().pause(settleTime)) {
         return false;
     }
     const double readback = targetAsFpe2(fan);
     const std::string shown = fmt::format("{:.0f}", readback);
-    printLine(platform.console(), "  write F0Tg={} → readback={:.0f} fpe2≈{} {} (fpe2, rc={})", rpm,
-              fan.target(), shown, verdict(std::abs(readback - rpm) < 1.0, shown), code);
+    printLine(platform.console(), "  write F0Tg={} → readback={:.0f} fpe2≈{} {}", rpm, fan.target(), shown,
+              verdict(std::abs(readback - rpm) < 1.0, shown));
     return true;
 }
 
 bool probeAsFlt(CommandPlatform& platform, const FanUnderTest& fan, std::int32_t rpm) {
-    const std::int32_t code = fan.writeTarget(static_cast<float>(rpm));
+    fan.writeTarget(static_cast<float>(rpm));
     if (!platform.pause().pause(settleTime)) {
         return false;
     }
     const double readback = static_cast<double>(fan.target());
     const std::string shown = fmt::format("{:.0f}", readback);
-    printLine(platform.console(), "  write F0Tg={} → readback={} {} (flt, rc={})", rpm, shown,
-              verdict(std::abs(readback - rpm) < 1.0, shown), code);
+    printLine(platform.console(), "  write F0Tg={} → readback={} {}", rpm, shown,
+              verdict(std::abs(readback - rpm) < 1.0, shown));
     return true;
 }
 

@@ -4,9 +4,11 @@
 #include <optional>
 #include <string_view>
 
+#include "platform/SmcKeyTable.h"
 #include "smc/SmcSession.h"
 #include "smc/csmc.h"
 #include "smc/diagnostics/PrintLine.h"
+#include "smc/diagnostics/ValueDecoding.h"
 #include "smc/diagnostics/diagnostics.h"
 
 namespace corvane {
@@ -15,6 +17,7 @@ namespace {
 
 constexpr int cannotOpenStatus = 2;
 constexpr std::size_t keyLength = 4;
+constexpr std::uint32_t fpe2Type = fourCharCode("fpe2");
 
 /// The whole text as a decimal number within the type's range. No blanks, no "+"; "-" for signed types only.
 template <typename Integer>
@@ -52,13 +55,26 @@ bool writeU8(Console& console, const std::string& key, std::string_view text) {
     return reportWrite(console, key, *value, csmc_write_u8(key.c_str(), *value));
 }
 
+/// A key of another type takes the bytes as well. Nothing but 0 means the same in all types.
+void noteOtherType(Console& console, const std::string& key, std::int32_t rpm) {
+    std::uint32_t type = 0;
+    if (rpm > 0 && csmc_key_info(key.c_str(), nullptr, &type, nullptr) == 0 && type != fpe2Type) {
+        printLine(console, "note: {} is of type \"{}\" and takes {}, written as fpe2, for another number",
+                  key, fourCharText(type), rpm);
+    }
+}
+
 bool writeRpm(Console& console, const std::string& key, std::string_view text) {
     const std::optional<std::int32_t> value = parseRpm(text);
     if (!value) {
         printErrorLine(console, "bad rpm value: {}", text);
         return false;
     }
-    return reportWrite(console, key, *value, csmc_write_fpe2(key.c_str(), *value));
+    if (!reportWrite(console, key, *value, csmc_write_fpe2(key.c_str(), *value))) {
+        return false;
+    }
+    noteOtherType(console, key, *value);
+    return true;
 }
 
 /// One pair. False when it failed, which has been reported then.

@@ -45,19 +45,25 @@ public:
 
     bool pause(Duration duration) override {
         const BootTime end = time_.bootTime() + duration;
-        if (event_ && eventAt_ <= end) {
-            std::exchange(event_, nullptr)();
-        }
         const bool isCut = isHolding && signalAt_ && *signalAt_ <= end;
-        time_.advance(std::max((isCut ? *signalAt_ : end) - time_.bootTime(), Duration::zero()));
+        pass(isCut ? *signalAt_ : end);
         return !isCut;
     }
+
+    void wait(Duration duration) override { pass(time_.bootTime() + duration); }
 
     [[nodiscard]] BootTime bootTime() const override { return time_.bootTime(); }
 
     bool isHolding = false;
 
 private:
+    void pass(BootTime end) {
+        if (event_ && eventAt_ <= end) {
+            std::exchange(event_, nullptr)();
+        }
+        time_.advance(std::max(end - time_.bootTime(), Duration::zero()));
+    }
+
     VirtualTime& time_;
     BootTime start_;
     std::optional<BootTime> signalAt_;

@@ -39,6 +39,20 @@ TEST_F(FanUnderTestRestores, AgainUntilItReadsBack) {
     EXPECT_FALSE(mac.isFanForced(0));
 }
 
+TEST_F(FanUnderTestRestores, WithTheSamePausesAfterATerminationSignal) {
+    platform.pauses.signalAfter(milliseconds(0));
+    platform.pauses.holdTerminationSignals();
+    ASSERT_FALSE(platform.pauses.pause(milliseconds(100)));
+    FanUnderTest fan(0);
+    fan.writeMode(FanUnderTest::forcedMode);
+    mac.setFault("F0Md", KeyFault::writeRefused());
+    platform.pauses.at(milliseconds(300), [&] { mac.clearFaults(); });
+    const BootTime start = platform.pauses.bootTime();
+    EXPECT_TRUE(fan.restore(platform.pauses));
+    EXPECT_EQ(platform.pauses.bootTime() - start, milliseconds(360));
+    EXPECT_FALSE(mac.isFanForced(0));
+}
+
 TEST_F(FanUnderTestRestores, FiveTimesAtMostAndThenKeepsTheSpeed) {
     FanUnderTest fan(0);
     fan.writeMode(FanUnderTest::forcedMode);

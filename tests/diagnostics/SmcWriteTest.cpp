@@ -31,8 +31,15 @@ TEST_F(SmcWrite, WritesAByteWhereTheTagSaysSoAndFpe2Otherwise) {
     EXPECT_EQ(run({"F0Md:u8", "1", "F0Tg", "3000"}), 0);
     EXPECT_THAT(platform.writes, ElementsAre("F0Md=01:00", "F0Tg=2ee00000:00"));
     EXPECT_TRUE(platform.machine.mac.isFanForced(0));
-    EXPECT_EQ(platform.recording.output, "");
     EXPECT_EQ(platform.recording.errors, "");
+}
+
+TEST_F(SmcWrite, TellsOfAKeyThatTakesFpe2ForAnotherNumber) {
+    EXPECT_EQ(run({"F0Md:u8", "1", "F0Tg", "0", "F0Tg", "-5", "nono", "7", "F0Mx", "7"}), 1);
+    EXPECT_EQ(platform.recording.output, "");
+    EXPECT_EQ(run({"F0Tg", "3000"}), 0);
+    EXPECT_EQ(platform.recording.output,
+              "note: F0Tg is of type \"flt \" and takes 3000, written as fpe2, for another number\n");
 }
 
 TEST_F(SmcWrite, TakesAnyOtherTagForRpm) {

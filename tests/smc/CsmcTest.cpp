@@ -8,23 +8,13 @@
 #include "smc/csmc.h"
 #include "tests/platform/simulated/AllocationCount.h"
 #include "tests/smc/RecordingTransport.h"
+#include "tests/smc/smcNumbers.h"
 
 namespace corvane {
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-constexpr std::uint8_t readCommand = 5;
-constexpr std::uint8_t writeCommand = 6;
-constexpr std::uint8_t keyAtIndexCommand = 8;
-
-constexpr std::uint32_t flt = fourCharCode("flt ");
-constexpr std::uint32_t ui8 = fourCharCode("ui8 ");
-constexpr std::uint32_t fpe2 = fourCharCode("fpe2");
-constexpr std::uint32_t fNum = 0x464E756D;
-/// kIOReturnNotPrivileged and its like are negative as 32-bit integers.
-constexpr auto platformCode = static_cast<std::int32_t>(0xE00002C1);
 
 TEST(Csmc, OpensOnTheFirstCallThatNeedsItAndNeverAgain) {
     RecordingTransport smc;

@@ -5,22 +5,14 @@
 
 #include <gmock/gmock.h>
 
-#include "platform/SmcKeyTable.h"
 #include "smc/csmc.h"
 #include "tests/smc/RecordingTransport.h"
+#include "tests/smc/smcNumbers.h"
 
 namespace corvane {
 namespace {
 
 using testing::ElementsAre;
-
-constexpr std::uint8_t readCommand = 5;
-constexpr std::uint8_t writeCommand = 6;
-
-constexpr std::uint32_t flt = fourCharCode("flt ");
-constexpr std::uint32_t ui8 = fourCharCode("ui8 ");
-constexpr std::uint32_t fNum = 0x464E756D;
-constexpr auto platformCode = static_cast<std::int32_t>(0xE00002C1);
 
 TEST(SmcCall, ReadsWithTheSizeAndTypeThatTheKeyDeclares) {
     RecordingTransport smc;

@@ -8,15 +8,13 @@
 #include "platform/SmcKeyTable.h"
 #include "smc/SmcReading.h"
 #include "tests/smc/RecordingTransport.h"
+#include "tests/smc/smcNumbers.h"
+#include "tests/support/oddNumbers.h"
 
 namespace corvane {
 namespace {
 
 using testing::ElementsAre;
-
-constexpr std::uint32_t flt = fourCharCode("flt ");
-constexpr float infinite = std::numeric_limits<float>::infinity();
-constexpr float notANumber = std::numeric_limits<float>::quiet_NaN();
 
 std::vector<std::uint8_t> bytesOf(float value) {
     const auto bytes = std::bit_cast<std::array<std::uint8_t, 4>>(value);
@@ -35,11 +33,11 @@ TEST(SmcReading, IsWhatTheKeyReads) {
 }
 
 TEST(SmcReading, CountsANumberThatIsNotFiniteAsAFailedRead) {
-    for (const float value : {infinite, -infinite, notANumber}) {
+    for (const float value : {infinite<float>, -infinite<float>, notANumber<float>}) {
         const Reading reading(value);
         EXPECT_EQ(readFinite("Tp09"), std::nullopt) << value;
     }
-    for (const float value : {infinite, -infinite, notANumber}) {
+    for (const float value : {infinite<float>, -infinite<float>, notANumber<float>}) {
         const Reading reading(value);
         EXPECT_EQ(readRpm("F0Ac"), std::nullopt) << value;
     }

@@ -6,9 +6,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "platform/simulated/MakeSimulatedSmc.h"
 #include "platform/simulated/RecordingLog.h"
 #include "platform/simulated/VirtualTime.h"
+#include "platform/simulated/makeSimulatedSmc.h"
 #include "tests/platform/simulated/AllocationCount.h"
 #include "tests/platform/simulated/SmcClient.h"
 

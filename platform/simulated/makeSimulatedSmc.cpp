@@ -1,4 +1,4 @@
-#include "platform/simulated/MakeSimulatedSmc.h"
+#include "platform/simulated/makeSimulatedSmc.h"
 
 #include <optional>
 #include <utility>

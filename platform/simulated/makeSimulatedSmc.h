@@ -14,6 +14,6 @@ namespace corvane {
 /// `scenarioPath` names its control file, empty for none; the file is looked at while the connection is used
 /// and need not exist. `log` outlives the connection.
 std::unique_ptr<SmcConnection> makeSimulatedSmc(std::function<BootTime()> clock,
-                                                const std::string& scenarioPath /* empty: none */, Log& log);
+                                                const std::string& scenarioPath, Log& log);
 
 }  // namespace corvane
