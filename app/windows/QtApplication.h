@@ -4,10 +4,13 @@
 #include <string>
 #include <vector>
 
+#include "app/windows/SuddenEnd.h"
+
 namespace corvane {
 
 /// The application as Qt sees it. It is made before any window and before Qt starts threads, outlives all
-/// windows, and goes on when the last one is closed. There is one; its thread is the main one.
+/// windows, and goes on when the last one is closed. There is one; its thread is the main one. When Qt loses
+/// the display, the process ends at once, with EXIT_FAILURE.
 ///
 /// What Qt is to do is told to Qt alone: a variable of the environment would be told to every program that
 /// the application starts as well.
@@ -29,6 +32,7 @@ private:
 
     Arguments arguments_;
     QGuiApplication application_;
+    SuddenEnd suddenEnd_;
 };
 
 }  // namespace corvane
