@@ -24,11 +24,12 @@ int fail(const std::string& problem) {
 
 int runOnDesktop(int argc, char** argv, const PlatformOptions& options) {
     // Before Qt starts threads, which would take the signals.
-    const auto desktop = prepareDesktop();
+    auto desktop = prepareDesktop();
     if (const auto* problem = std::get_if<std::string>(&desktop)) {
         return fail(*problem);
     }
     const QtApplication application({argv, argv + argc}, std::get<QtPlatform>(desktop).name);
+    std::get<QtPlatform>(desktop).hold.reset();
     return runApplication(*selectAppPlatform(options), quickViews());
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string>
 #include <variant>
 
@@ -9,6 +10,8 @@ namespace corvane {
 struct QtPlatform {
     /// As Qt calls it: "xcb", "wayland", "cocoa", or whatever the user wants.
     std::string name;
+    /// What keeps the display there until Qt is connected to it, or nothing.
+    std::shared_ptr<const void> hold;
 };
 
 /// Makes the process ready to be the application: from now on termination signals wait for the main loop.

@@ -7,12 +7,13 @@
 namespace corvane {
 
 std::variant<QtPlatform, std::string> prepareDesktop() {
-    const auto display = DesktopDisplay::find([](const char* name) { return std::getenv(name); });
-    if (const auto* problem = std::get_if<std::string>(&display)) {
+    const auto found = DesktopDisplay::find([](const char* name) { return std::getenv(name); });
+    if (const auto* problem = std::get_if<std::string>(&found)) {
         return *problem;
     }
     blockTerminationSignals();
-    return QtPlatform{std::get<DesktopDisplay>(display).qtPlatform};
+    const auto& display = std::get<DesktopDisplay>(found);
+    return QtPlatform{display.qtPlatform, display.connection};
 }
 
 }  // namespace corvane

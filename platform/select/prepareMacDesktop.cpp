@@ -5,7 +5,7 @@ namespace corvane {
 
 std::variant<QtPlatform, std::string> prepareDesktop() {
     blockTerminationSignals();
-    return QtPlatform{"cocoa"};
+    return QtPlatform{"cocoa", nullptr};
 }
 
 }  // namespace corvane

@@ -13,8 +13,11 @@ namespace corvane {
 /// An X server of a test's own, without a screen to look at. Not thread-safe.
 class XServer {
 public:
-    /// Starts it and waits until it can be reached. Check `problem` afterwards.
-    XServer() {
+    /// Starts it and waits until it can be reached. Check `problem` afterwards. With the `options` that are
+    /// there it goes on as it is when its last client has left.
+    explicit XServer(const std::string& options = "-noreset")
+        : process_("/bin/sh", {"-c", "exec Xvfb -displayfd 3 -nolisten tcp " + options + " 3>&2 2>/dev/null"},
+                   {}) {
         if (process_.waitForError("\n")) {
             display_ = fmt::format(":{}", process_.errors().substr(0, process_.errors().find('\n')));
         } else {
@@ -36,8 +39,7 @@ public:
 
 private:
     /// Its number is all it says.
-    ChildProcess process_{
-        "/bin/sh", {"-c", "exec Xvfb -displayfd 3 -nolisten tcp -noreset 3>&2 2>/dev/null"}, {}};
+    ChildProcess process_;
     std::string display_;
     std::optional<std::string> problem_;
 };

@@ -7,11 +7,11 @@
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
+#include <utility>
 
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
-#include <xcb/xcb.h>
 
 namespace corvane {
 
@@ -22,14 +22,13 @@ std::string variable(const EnvironmentLookup& environment, const char* name) {
     return value == nullptr ? "" : value;
 }
 
-bool answersX11(const std::string& display) {
+/// Nothing where nobody answers.
+std::shared_ptr<const XConnection> connectToX11(const std::string& display) {
     if (display.empty()) {
-        return false;
+        return nullptr;
     }
-    xcb_connection_t* const connection = xcb_connect(display.c_str(), nullptr);
-    const bool isThere = xcb_connection_has_error(connection) == 0;
-    xcb_disconnect(connection);
-    return isThere;
+    auto connection = std::make_shared<const XConnection>(display);
+    return connection->isLost() ? nullptr : connection;
 }
 
 bool acceptsConnections(const std::string& path) {
@@ -77,15 +76,15 @@ bool hasPlatformPlugin(const char* name, const QStringList& pluginFolders) {
 std::variant<DesktopDisplay, std::string> DesktopDisplay::find(const EnvironmentLookup& environment,
                                                                const QStringList& pluginFolders) {
     if (const std::string wanted = variable(environment, "QT_QPA_PLATFORM"); !wanted.empty()) {
-        return DesktopDisplay{wanted};
+        return DesktopDisplay{wanted, nullptr};
     }
-    if (answersX11(variable(environment, "DISPLAY"))) {
-        return DesktopDisplay{"xcb"};
+    if (auto connection = connectToX11(variable(environment, "DISPLAY"))) {
+        return DesktopDisplay{"xcb", std::move(connection)};
     }
     if (answersWayland(environment)) {
         const char* const name = "wayland";
         return hasPlatformPlugin(name, pluginFolders)
-                   ? std::variant<DesktopDisplay, std::string>(DesktopDisplay{name})
+                   ? std::variant<DesktopDisplay, std::string>(DesktopDisplay{name, nullptr})
                    : "the display is one of Wayland, for which Qt lacks its plugin (package qt6-wayland)";
     }
     return "there is no display to show anything on: neither DISPLAY nor WAYLAND_DISPLAY leads to one";

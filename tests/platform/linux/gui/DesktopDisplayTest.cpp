@@ -13,20 +13,26 @@
 
 #include "platform/linux/gui/DesktopDisplay.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/support/XServer.h"
 
 namespace corvane {
 namespace {
 
 using Environment = std::map<std::string, std::string>;
 
-std::string qtPlatform(const Environment& environment,
-                       const QStringList& pluginFolders = QCoreApplication::libraryPaths()) {
-    const auto found = DesktopDisplay::find(
+auto find(const Environment& environment,
+          const QStringList& pluginFolders = QCoreApplication::libraryPaths()) {
+    return DesktopDisplay::find(
         [&](const char* name) {
             const auto entry = environment.find(name);
             return entry == environment.end() ? nullptr : entry->second.c_str();
         },
         pluginFolders);
+}
+
+std::string qtPlatform(const Environment& environment,
+                       const QStringList& pluginFolders = QCoreApplication::libraryPaths()) {
+    const auto found = find(environment, pluginFolders);
     const auto* display = std::get_if<DesktopDisplay>(&found);
     return display == nullptr ? "none: " + std::get<std::string>(found) : display->qtPlatform;
 }
@@ -70,6 +76,27 @@ TEST(DesktopDisplay, IsMissingWhereNobodyAnswers) {
     EXPECT_EQ(qtPlatform({{"WAYLAND_DISPLAY", "wayland-0"}, {"XDG_RUNTIME_DIR", runtime}}), nothing);
     EXPECT_EQ(qtPlatform({{"WAYLAND_DISPLAY", "wayland-0"}}), nothing);
     EXPECT_EQ(qtPlatform({{"WAYLAND_DISPLAY", "/" + std::string(300, 'x')}}), nothing);
+}
+
+/// A server that begins anew forgets all names but its own.
+bool knows(const XConnection& connection, const std::string& atom) {
+    const auto cookie =
+        xcb_intern_atom(connection.get(), 1, static_cast<std::uint16_t>(atom.size()), atom.c_str());
+    const XAnswer<xcb_intern_atom_reply_t> answer(xcb_intern_atom_reply(connection.get(), cookie, nullptr));
+    return answer && answer->atom != XCB_ATOM_NONE;
+}
+
+TEST(DesktopDisplay, KeepsTheXServerFromBeginningAnewBeforeQtIsThere) {
+    const XServer server("");
+    if (server.problem()) {
+        GTEST_SKIP() << *server.problem();
+    }
+    const auto found = find({{"DISPLAY", server.display()}});
+    ASSERT_NE(std::get_if<DesktopDisplay>(&found), nullptr);
+    constexpr const char* mark = "CORVANE_WAS_HERE";
+    ASSERT_FALSE(knows(XConnection(server.display()), mark));
+    ASSERT_NE(XConnection(server.display()).atom(mark), xcb_atom_t{XCB_ATOM_NONE});
+    EXPECT_TRUE(knows(XConnection(server.display()), mark));
 }
 
 /// Where Qt looks has a file of this name.
