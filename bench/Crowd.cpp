@@ -11,7 +11,7 @@ constexpr int longestPollMs = 100;
 
 Crowd::Crowd(const std::string& address, std::size_t count) {
     while (callers_.size() < count) {
-        callers_.push_back(std::make_unique<BusCaller>(address));
+        callers_.push_back(std::make_unique<CountingCaller>(address));
     }
 }
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "bench/BusCaller.h"
+#include "bench/CountingCaller.h"
 
 namespace corvane {
 
@@ -27,7 +27,7 @@ public:
     [[nodiscard]] std::uint64_t errors() const;
 
 private:
-    std::vector<std::unique_ptr<BusCaller>> callers_;
+    std::vector<std::unique_ptr<CountingCaller>> callers_;
 };
 
 }  // namespace corvane

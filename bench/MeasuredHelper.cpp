@@ -11,7 +11,7 @@
 #include <fmt/format.h>
 #include <sdbus-c++/Error.h>
 
-#include "bench/BusCaller.h"
+#include "bench/CountingCaller.h"
 
 namespace corvane {
 
@@ -33,7 +33,7 @@ void await(const std::string& what, const Attempt& attempt) {
 
 bool canCall(const std::string& address) {
     try {
-        BusCaller caller(address);
+        CountingCaller caller(address);
         caller.ping();
         return caller.awaitAnswer() && caller.errors() == 0;
     } catch (const sdbus::Error&) {
@@ -58,14 +58,14 @@ std::string configurationOption(BusLimits limits, const HwmonTree& tree) {
     return "--config-file=" + file;
 }
 
-ChildProcess startHelper(const std::string& corvane, const HwmonTree& tree, const std::string& address) {
+MeasuredProcess startHelper(const std::string& corvane, const HwmonTree& tree, const std::string& address) {
     await("the bus", [&] { return std::filesystem::exists(tree.runFolder() + "/bus"); });
-    return ChildProcess({corvane, "--daemon"},
-                        {{"CORVANE_SYSFS", tree.root()},
-                         {"CORVANE_HELPER_BUS", address},
-                         {"RUNTIME_DIRECTORY", tree.runFolder()},
-                         // This machine's login manager is not asked: nothing of it is touched.
-                         {"DBUS_SYSTEM_BUS_ADDRESS", address}});
+    return MeasuredProcess({corvane, "--daemon"},
+                           {{"CORVANE_SYSFS", tree.root()},
+                            {"CORVANE_HELPER_BUS", address},
+                            {"RUNTIME_DIRECTORY", tree.runFolder()},
+                            // This machine's login manager is not asked: nothing of it is touched.
+                            {"DBUS_SYSTEM_BUS_ADDRESS", address}});
 }
 
 }  // namespace

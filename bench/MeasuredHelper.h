@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <string>
 
-#include "bench/ChildProcess.h"
 #include "bench/HwmonTree.h"
+#include "bench/MeasuredProcess.h"
 
 namespace corvane {
 
@@ -33,8 +33,8 @@ public:
 private:
     HwmonTree tree_;
     std::string address_ = "unix:path=" + tree_.runFolder() + "/bus";
-    ChildProcess bus_;
-    ChildProcess helper_;
+    MeasuredProcess bus_;
+    MeasuredProcess helper_;
 };
 
 }  // namespace corvane

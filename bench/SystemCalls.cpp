@@ -5,7 +5,7 @@
 #include <fstream>
 #include <thread>
 
-#include "bench/ChildProcess.h"
+#include "bench/MeasuredProcess.h"
 
 namespace corvane {
 
@@ -24,8 +24,8 @@ double SystemCalls::total() const {
 
 SystemCalls countSystemCalls(pid_t process, std::chrono::seconds duration, const std::string& folder) {
     const std::string file = folder + "/system-calls";
-    ChildProcess strace({"strace", "--follow-forks", "--summary-only", "--summary-columns=calls,name",
-                         "--output=" + file, "--attach=" + std::to_string(process)});
+    MeasuredProcess strace({"strace", "--follow-forks", "--summary-only", "--summary-columns=calls,name",
+                            "--output=" + file, "--attach=" + std::to_string(process)});
     std::this_thread::sleep_for(duration);
     strace.end(SIGINT);
 

@@ -18,7 +18,7 @@
 
 #include <fmt/format.h>
 
-#include "bench/BusCaller.h"
+#include "bench/CountingCaller.h"
 #include "bench/Crowd.h"
 #include "bench/Figures.h"
 #include "bench/LockGiver.h"
@@ -71,7 +71,7 @@ std::vector<Load> loadsOn(const std::string& bus, std::uint64_t seed) {
 
 /// The client that holds the floor stays in touch all the while. Throws when it is cut off, or when less than
 /// half of the ticks came.
-std::vector<double> distancesUnder(const Load& load, const MeasuredHelper& helper, BusCaller& client,
+std::vector<double> distancesUnder(const Load& load, const MeasuredHelper& helper, CountingCaller& client,
                                    Clock::duration duration) {
     const auto start = Clock::now();
     TickRecorder recorder(helper.tree().dutyFile());
@@ -91,7 +91,7 @@ std::vector<double> distancesUnder(const Load& load, const MeasuredHelper& helpe
 void measure(const std::string& corvane, Clock::duration duration, std::uint64_t seed) {
     MeasuredHelper helper(corvane, BusLimits::ofSystem);
     const LockGiver logind(helper.busAddress());
-    BusCaller client(helper.busAddress());
+    CountingCaller client(helper.busAddress());
     std::optional<Periods> idle;
     fmt::print("{:<28} {:>6} {:>9} {:>9} {:>9}   ratio to idle: {:>7} {:>7} {:>7} {:>12}\n", "load", "ticks",
                "median", "99 %", "most", "median", "99 %", "most", "processor");

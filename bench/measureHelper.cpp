@@ -17,7 +17,7 @@
 #include <fmt/format.h>
 #include <sys/resource.h>
 
-#include "bench/BusCaller.h"
+#include "bench/CountingCaller.h"
 #include "bench/Crowd.h"
 #include "bench/DutyWatch.h"
 #include "bench/Figures.h"
@@ -50,7 +50,7 @@ void measureMemory(const MeasuredHelper& helper, const std::string& when, Figure
 }
 
 /// From just before a call is sent until the fan's file is seen to hold what it asks for.
-double callToFan(BusCaller& caller, DutyWatch& watch, const Floor& floor) {
+double callToFan(CountingCaller& caller, DutyWatch& watch, const Floor& floor) {
     watch.forget();
     const Clock::time_point start = Clock::now();
     caller.setFloor(floor.percent);
@@ -63,7 +63,7 @@ double callToFan(BusCaller& caller, DutyWatch& watch, const Floor& floor) {
     throw std::runtime_error("a call does not reach the fan");
 }
 
-void measureCallToFan(const MeasuredHelper& helper, BusCaller& caller, Figures& figures) {
+void measureCallToFan(const MeasuredHelper& helper, CountingCaller& caller, Figures& figures) {
     DutyWatch watch(helper.tree().dutyFile());
     std::vector<double> times;
     for (int i = 0; i < callsToTheFan; ++i) {
@@ -89,7 +89,7 @@ std::vector<double> deviations(std::vector<double> distances) {
 
 /// What a held fan costs between requests. The time is shorter than the helper waits for a sign of its
 /// client.
-void measureSystemCalls(const MeasuredHelper& helper, BusCaller& client, Figures& figures) {
+void measureSystemCalls(const MeasuredHelper& helper, CountingCaller& client, Figures& figures) {
     client.holdFloor(low.percent);
     const auto calls = countSystemCalls(helper.id(), 5s, helper.tree().runFolder());
     const double ticks = calls["pwrite64"] / HwmonTree::fans;
@@ -103,7 +103,7 @@ void measureSystemCalls(const MeasuredHelper& helper, BusCaller& client, Figures
     figures.add("looks at the journal (newfstatat) per tick", "", calls["newfstatat"] / ticks);
 }
 
-void measureSteadiness(const MeasuredHelper& helper, BusCaller& client, std::size_t callerCount,
+void measureSteadiness(const MeasuredHelper& helper, CountingCaller& client, std::size_t callerCount,
                        std::chrono::seconds duration, Figures& figures) {
     Crowd crowd(helper.busAddress(), callerCount);
     // Connecting takes a while.
@@ -142,7 +142,7 @@ void measureOnce(const std::string& corvane, std::chrono::seconds duration, Figu
     std::this_thread::sleep_for(1s);
     measureMemory(helper, "idle", figures);
 
-    BusCaller client(helper.busAddress());
+    CountingCaller client(helper.busAddress());
     client.holdFloor(low.percent);
     measureCallToFan(helper, client, figures);
     client.holdFloor(low.percent);

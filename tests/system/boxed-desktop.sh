@@ -35,7 +35,9 @@ display_is_there() { inside test -S "/tmp/.X11-unix/X${desk_display#:}"; }
 # says TEXT TIMES: in so many lines of the application's log, a restart's included.
 says() { [[ $(grep --count --fixed-strings -- "$1" "$BOX_ROOT/tmp/corvane.log") == "$2" ]]; }
 
-accessible() { on_desktop "$tests/accessible" Corvane "$@"; }
+# From a place that anybody in the box can read, wherever this checkout is.
+cp "$tests/accessible" "$BOX_ROOT/run/accessible"
+accessible() { on_desktop /run/accessible Corvane "$@"; }
 shows() { grep --quiet --fixed-strings -- "$1" <<<"$(accessible list)"; }
 
 # Sets `place` to x, y, width and height of something that does not move any more.

@@ -1,4 +1,4 @@
-#include "bench/BusCaller.h"
+#include "bench/CountingCaller.h"
 
 #include <stdexcept>
 #include <thread>
@@ -14,12 +14,12 @@ constexpr int longestWaitMs = 5000;
 
 }  // namespace
 
-BusCaller::BusCaller(const std::string& address)
+CountingCaller::CountingCaller(const std::string& address)
     : connection_(HelperBus{address}.connect()),
       proxy_(sdbus::createProxy(*connection_, HelperAddress::busName, HelperAddress::objectPath)) {}
 
 template <typename... Results, typename... Arguments>
-void BusCaller::call(const std::string& method, Arguments... arguments) {
+void CountingCaller::call(const std::string& method, Arguments... arguments) {
     isWaiting_ = true;
     proxy_->callMethodAsync(method)
         .onInterface(HelperAddress::interface)
@@ -27,20 +27,20 @@ void BusCaller::call(const std::string& method, Arguments... arguments) {
         .uponReplyInvoke([this](const sdbus::Error* error, const Results&... /*results*/) { take(error); });
 }
 
-void BusCaller::setFloor(double percent) {
+void CountingCaller::setFloor(double percent) {
     call<bool, std::string>("setFanFloorWithPercentWithReply", percent);
 }
 
-void BusCaller::ping() {
+void CountingCaller::ping() {
     call<bool, std::string>("pingWithReply");
 }
 
-void BusCaller::callOnAndOn() {
+void CountingCaller::callOnAndOn() {
     isCallingOn_ = true;
     callNext();
 }
 
-void BusCaller::callNext() {
+void CountingCaller::callNext() {
     if (answers_ % 2 == 0) {
         ping();
     } else {
@@ -48,7 +48,7 @@ void BusCaller::callNext() {
     }
 }
 
-void BusCaller::take(const sdbus::Error* error) {
+void CountingCaller::take(const sdbus::Error* error) {
     ++answers_;
     errors_ += error != nullptr ? 1 : 0;
     isWaiting_ = false;
@@ -57,17 +57,17 @@ void BusCaller::take(const sdbus::Error* error) {
     }
 }
 
-pollfd BusCaller::interest() const {
+pollfd CountingCaller::interest() const {
     const auto poll = connection_->getEventLoopPollData();
     return {poll.fd, poll.events, 0};
 }
 
-void BusCaller::process() {
+void CountingCaller::process() {
     while (connection_->processPendingRequest()) {
     }
 }
 
-bool BusCaller::awaitAnswer() {
+bool CountingCaller::awaitAnswer() {
     process();
     while (isWaiting_) {
         pollfd waiting = interest();
@@ -79,18 +79,18 @@ bool BusCaller::awaitAnswer() {
     return true;
 }
 
-void BusCaller::awaitConsent() {
+void CountingCaller::awaitConsent() {
     if (!awaitAnswer() || errors_ != 0) {
         throw std::runtime_error("the helper refuses a call, or does not answer it");
     }
 }
 
-void BusCaller::holdFloor(double percent) {
+void CountingCaller::holdFloor(double percent) {
     setFloor(percent);
     awaitConsent();
 }
 
-void BusCaller::keepInTouch(std::chrono::steady_clock::time_point deadline) {
+void CountingCaller::keepInTouch(std::chrono::steady_clock::time_point deadline) {
     while (std::chrono::steady_clock::now() < deadline) {
         ping();
         awaitConsent();

@@ -10,14 +10,14 @@
 
 namespace corvane {
 
-/// One program that calls the helper, with a bus connection of its own. One thread; answers arrive in
-/// `process` only.
-class BusCaller {
+/// One program that calls the helper, with a bus connection of its own, and counts what is answered. One
+/// thread; answers arrive in `process` only.
+class CountingCaller {
 public:
     /// Connects to the bus at `address`; throws sdbus::Error.
-    explicit BusCaller(const std::string& address);
-    BusCaller(const BusCaller&) = delete;
-    BusCaller& operator=(const BusCaller&) = delete;
+    explicit CountingCaller(const std::string& address);
+    CountingCaller(const CountingCaller&) = delete;
+    CountingCaller& operator=(const CountingCaller&) = delete;
 
     /// Asks for a floor; returns before the answer.
     void setFloor(double percent);

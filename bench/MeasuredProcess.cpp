@@ -1,4 +1,4 @@
-#include "bench/ChildProcess.h"
+#include "bench/MeasuredProcess.h"
 
 #include <cerrno>
 #include <chrono>
@@ -20,7 +20,7 @@ constexpr std::chrono::seconds longestEnd(10);
 
 }  // namespace
 
-ChildProcess::ChildProcess(std::vector<std::string> command, const Environment& environment) {
+MeasuredProcess::MeasuredProcess(std::vector<std::string> command, const Environment& environment) {
     std::vector<char*> arguments;
     arguments.reserve(command.size() + 1);
     for (std::string& argument : command) {
@@ -42,13 +42,13 @@ ChildProcess::ChildProcess(std::vector<std::string> command, const Environment& 
     }
 }
 
-ChildProcess::~ChildProcess() {
+MeasuredProcess::~MeasuredProcess() {
     if (id_ > 0) {
         end(SIGTERM);
     }
 }
 
-int ChildProcess::end(int signal) {
+int MeasuredProcess::end(int signal) {
     ::kill(id_, signal);
     const auto deadline = std::chrono::steady_clock::now() + longestEnd;
     int status = 0;

@@ -9,17 +9,17 @@
 namespace corvane {
 
 /// A program started by this one. Ended with SIGTERM by its destructor, if not before.
-class ChildProcess {
+class MeasuredProcess {
 public:
     using Environment = std::vector<std::pair<std::string, std::string>>;
 
     /// Starts `command[0]`, found on the path, with `environment` set on top of this process's own. Throws
     /// std::system_error when there is no other process to be had; a program that cannot be started ends
     /// with status 127.
-    explicit ChildProcess(std::vector<std::string> command, const Environment& environment = {});
-    ChildProcess(const ChildProcess&) = delete;
-    ChildProcess& operator=(const ChildProcess&) = delete;
-    ~ChildProcess();
+    explicit MeasuredProcess(std::vector<std::string> command, const Environment& environment = {});
+    MeasuredProcess(const MeasuredProcess&) = delete;
+    MeasuredProcess& operator=(const MeasuredProcess&) = delete;
+    ~MeasuredProcess();
 
     [[nodiscard]] pid_t id() const { return id_; }
 
