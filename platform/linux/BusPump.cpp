@@ -53,10 +53,24 @@ void BusPump::send(const std::function<void()>& sending) {
     }
 }
 
+bool BusPump::isCongested() const {
+    try {
+        return wantsToWrite();
+    } catch (const sdbus::Error&) {
+        // A connection that was lost tells nothing.
+        return false;
+    }
+}
+
+/// Throws sdbus::Error when the bus has gone away.
+bool BusPump::wantsToWrite() const {
+    return (connection_.getEventLoopPollData().events & POLLOUT) != 0;
+}
+
 void BusPump::arm() {
-    const short events = connection_.getEventLoopPollData().events;
+    const bool isToWrite = wantsToWrite();
     await(asio::posix::stream_descriptor::wait_read, isReading_);
-    if ((events & POLLOUT) != 0) {
+    if (isToWrite) {
         await(asio::posix::stream_descriptor::wait_write, isWriting_);
     }
 }

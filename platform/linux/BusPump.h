@@ -28,7 +28,11 @@ public:
     /// bus that has gone away swallows it.
     void send(const std::function<void()>& sending);
 
+    /// Whether messages wait to be sent because the bus takes none. False for a bus that has gone away.
+    [[nodiscard]] bool isCongested() const;
+
 private:
+    [[nodiscard]] bool wantsToWrite() const;
     void arm();
     void await(asio::posix::stream_descriptor::wait_type type, bool& isWaiting);
 

@@ -4,7 +4,6 @@
 #include <string_view>
 #include <utility>
 
-#include <poll.h>
 #include <sdbus-c++/sdbus-c++.h>
 
 #include "platform/OneLine.h"
@@ -80,17 +79,13 @@ void HelperLink::send(CallId call, const HelperRequest& request) {
     if (!pump_) {
         return;
     }
-    if (isCongested()) {
+    if (pump_->isCongested()) {
         // What waits to be sent stays within bounds.
         events_.failed(call, "The message bus does not take any messages.");
         return;
     }
     lastSent_ = call;
     pump_->send([&] { begin(call, request); });
-}
-
-bool HelperLink::isCongested() const {
-    return (connection_->getEventLoopPollData().events & POLLOUT) != 0;
 }
 
 void HelperLink::begin(CallId call, const HelperRequest& request) {

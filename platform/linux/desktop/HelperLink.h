@@ -51,7 +51,6 @@ private:
     void begin(CallId call, const HelperRequest& request);
     void ended(CallId call, const HelperRequest& request, sdbus::Message& reply, const sdbus::Error* error);
     void endedBadly(CallId call, const std::string& sender, const sdbus::Error& error);
-    [[nodiscard]] bool isCongested() const;
 
     asio::io_context& context_;
     HelperBus bus_;
