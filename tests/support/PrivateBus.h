@@ -32,6 +32,12 @@ public:
     /// Ends the daemon, and with it every connection. May be repeated.
     void end();
 
+    /// After `end`: another daemon at the same place, which is what `place` says. Check `problem` afterwards.
+    void startAgain() { start(); }
+
+    /// The address without what tells one daemon from another.
+    [[nodiscard]] std::string place() const { return address_.substr(0, address_.find(',')); }
+
 private:
     void start();
 

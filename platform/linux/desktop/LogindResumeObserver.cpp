@@ -4,9 +4,12 @@
 #include <string>
 #include <utility>
 
+#include <asio/post.hpp>
+#include <asio/steady_timer.hpp>
 #include <fmt/format.h>
 #include <sdbus-c++/sdbus-c++.h>
 
+#include "platform/Lifetime.h"
 #include "platform/linux/BusPump.h"
 #include "platform/linux/LogindLock.h"
 #include "platform/linux/LogindSignals.h"
@@ -15,32 +18,56 @@ namespace corvane {
 
 class LogindResumeObserver::Listener {
 public:
-    Listener(asio::io_context& context, Log& log, std::function<void()> resumed)
-        : context_(context), log_(log), resumed_(std::move(resumed)) {}
+    Listener(asio::io_context& context, std::chrono::milliseconds retry, Log& log,
+             std::function<void()> resumed)
+        : context_(context), retry_(retry), log_(log), resumed_(std::move(resumed)), retryTimer_(context) {}
 
     void listen() {
         try {
-            connection_ = sdbus::createSystemBusConnection();
-            signals_.emplace(
-                *connection_, [this](bool isGoingDown) { prepareForSleep(isGoingDown); },
-                [this] {
-                    if (isGoingDown_) {
-                        prepareForSleep(false);
-                    }
-                });
-            manager_ = sdbus::createProxy(*connection_, Logind::busName, Logind::objectPath);
-            askForState();
+            connect();
         } catch (const sdbus::Error& error) {
             tellOfAbsence(error);
-            return;
         }
+    }
+
+private:
+    void connect() {
+        connection_ = sdbus::createSystemBusConnection();
+        signals_.emplace(
+            *connection_, [this](bool isGoingDown) { prepareForSleep(isGoingDown); },
+            [this] { missNoResume(false); });
+        manager_ = sdbus::createProxy(*connection_, Logind::busName, Logind::objectPath);
+        askForState();
         pump_.emplace(context_, *connection_, [this](const std::string& reason) {
             log_.write(fmt::format("Corvane: lost the login manager: {}", reason));
+            // It is the pump that calls.
+            asio::post(context_, lifetime_.bound([this] { disconnect(); }));
         });
         pump_->process();
     }
 
-private:
+    void disconnect() {
+        pump_.reset();
+        manager_.reset();
+        signals_.reset();
+        connection_.reset();
+        retryTimer_.expires_after(retry_);
+        retryTimer_.async_wait(lifetime_.bound([this](const std::error_code& error) {
+            if (!error) {
+                reconnect();
+            }
+        }));
+    }
+
+    /// The log knows already that the bus is gone.
+    void reconnect() {
+        try {
+            connect();
+        } catch (const sdbus::Error&) {
+            disconnect();
+        }
+    }
+
     /// Starts a login manager that waits to be asked, and finds out whether there is one.
     void askForState() {
         manager_->callMethodAsync("Get")
@@ -50,7 +77,7 @@ private:
                 if (error != nullptr) {
                     tellOfAbsence(*error);
                 } else if (isGoingDown.containsValueOfType<bool>()) {
-                    isGoingDown_ = isGoingDown.get<bool>();
+                    missNoResume(isGoingDown.get<bool>());
                 }
             });
     }
@@ -58,6 +85,14 @@ private:
     void tellOfAbsence(const sdbus::Error& error) {
         log_.write(
             fmt::format("Corvane: no login manager, resumes will not be noticed: {}", error.getMessage()));
+    }
+
+    /// Whoever announced a suspend is gone, and a resume may have gone unheard.
+    void missNoResume(bool isGoingDown) {
+        if (isGoingDown_ && !isGoingDown) {
+            resumed_();
+        }
+        isGoingDown_ = isGoingDown;
     }
 
     void prepareForSleep(bool isGoingDown) {
@@ -68,17 +103,22 @@ private:
     }
 
     asio::io_context& context_;
+    std::chrono::milliseconds retry_;
     Log& log_;
     std::function<void()> resumed_;
+    asio::steady_timer retryTimer_;
     bool isGoingDown_ = false;
+    Lifetime lifetime_;
+    // Destroyed from the last to the first: what uses the connection before it.
     std::unique_ptr<sdbus::IConnection> connection_;
     std::optional<LogindSignals> signals_;
     std::unique_ptr<sdbus::IProxy> manager_;
     std::optional<BusPump> pump_;
 };
 
-LogindResumeObserver::LogindResumeObserver(BusThread& bus, SerialQueue& mainLoop, Log& log)
-    : bus_(bus), mainLoop_(mainLoop), log_(log) {}
+LogindResumeObserver::LogindResumeObserver(BusThread& bus, SerialQueue& mainLoop, Log& log,
+                                           std::chrono::milliseconds retry)
+    : bus_(bus), mainLoop_(mainLoop), log_(log), retry_(retry) {}
 
 LogindResumeObserver::~LogindResumeObserver() {
     bus_.post([listener = std::move(listener_)] {});
@@ -86,7 +126,7 @@ LogindResumeObserver::~LogindResumeObserver() {
 
 void LogindResumeObserver::observe(std::function<void()> afterResume) {
     afterResume_ = std::make_shared<std::function<void()>>(std::move(afterResume));
-    listener_ = std::make_shared<Listener>(bus_.context(), log_,
+    listener_ = std::make_shared<Listener>(bus_.context(), retry_, log_,
                                            [&mainLoop = mainLoop_, waiting = std::weak_ptr(afterResume_)] {
                                                mainLoop.async([waiting] {
                                                    if (const auto work = waiting.lock()) {

@@ -29,9 +29,9 @@ protected:
 
     void TearDown() override { end(); }
 
-    void observe() {
+    void observe(std::chrono::milliseconds retry = testPatience) {
         mainLoop.sync([&] {
-            observer.emplace(thread, mainLoop, log);
+            observer.emplace(thread, mainLoop, log, retry);
             observer->observe([this] { resumes.add(true); });
         });
         haveThreadsDone();
@@ -55,6 +55,17 @@ protected:
         ASSERT_TRUE(resumes.waitFor(before + 1));
     }
 
+    /// The same for an observer that is on its way to the bus.
+    bool hearsSoon(FakeLogind& logind) {
+        const std::size_t before = resumes.size();
+        const auto end = std::chrono::steady_clock::now() + testPatience;
+        while (resumes.size() == before && std::chrono::steady_clock::now() < end) {
+            logind.tellOfSuspend(false);
+            haveThreadsDone();
+        }
+        return resumes.size() > before;
+    }
+
     bool logs(const std::string& text, std::size_t times) {
         const auto end = std::chrono::steady_clock::now() + testPatience;
         while (log.count(text) < times && std::chrono::steady_clock::now() < end) {
@@ -64,7 +75,7 @@ protected:
     }
 
     PrivateBus bus;
-    const EnvironmentVariable systemBus{"DBUS_SYSTEM_BUS_ADDRESS", bus.address().c_str()};
+    const EnvironmentVariable systemBus{"DBUS_SYSTEM_BUS_ADDRESS", bus.place().c_str()};
     RecordingLog log;
     Notes<bool> resumes;
     AsioSerialQueue mainLoop{"main"};
@@ -172,6 +183,23 @@ TEST_F(LogindResumeObserverTest, SaysOnceThatTheBusHasGoneAway) {
     EXPECT_TRUE(logs("Corvane: lost the login manager: ", 1));
     haveThreadsDone();
     EXPECT_EQ(log.lines().size(), 1U);
+}
+
+TEST_F(LogindResumeObserverTest, FindsTheLoginManagerAgainWhenTheBusIsBack) {
+    std::optional<FakeLogind> logind(bus.address());
+    observe(std::chrono::milliseconds(10));
+    ASSERT_TRUE(logind->questions().waitFor(1));
+    hear(*logind);
+    for (std::size_t times = 1; times <= 2; ++times) {
+        logind.reset();
+        bus.end();
+        ASSERT_TRUE(logs("Corvane: lost the login manager: ", times));
+        bus.startAgain();
+        ASSERT_EQ(bus.problem(), std::nullopt);
+        logind.emplace(bus.address());
+        EXPECT_TRUE(hearsSoon(*logind));
+    }
+    EXPECT_EQ(log.count("Corvane: lost the login manager: "), 2U);
 }
 
 TEST_F(LogindResumeObserverTest, TellsNobodyWhoHasGone) {
