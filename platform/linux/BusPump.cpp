@@ -23,8 +23,7 @@ BusPump::BusPump(asio::io_context& context, sdbus::IConnection& connection,
       descriptor_(context, connection.getEventLoopPollData().fd) {}
 
 BusPump::~BusPump() {
-    // The descriptor is the connection's.
-    descriptor_.release();
+    leaveDescriptor();
 }
 
 void BusPump::process() {
@@ -37,6 +36,8 @@ void BusPump::process() {
         }
         arm();
     } catch (const sdbus::Error& error) {
+        // The connection has closed it: the next one on this loop may get the same number.
+        leaveDescriptor();
         // A read and a write may both find out.
         if (const auto onLost = std::exchange(onLost_, nullptr)) {
             onLost(error.getMessage());
@@ -62,7 +63,13 @@ bool BusPump::isCongested() const {
     }
 }
 
-/// Throws sdbus::Error when the bus has gone away.
+/// The descriptor is the connection's.
+void BusPump::leaveDescriptor() {
+    if (descriptor_.is_open()) {
+        descriptor_.release();
+    }
+}
+
 bool BusPump::wantsToWrite() const {
     return (connection_.getEventLoopPollData().events & POLLOUT) != 0;
 }

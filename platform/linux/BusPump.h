@@ -14,7 +14,8 @@ namespace corvane {
 /// Runs a bus connection's input and output on an event loop. Belongs to the loop's thread.
 class BusPump {
 public:
-    /// `onLost` runs once, with the reason, when the bus has gone away; the connection is dead then.
+    /// `onLost` runs once, with the reason, when the bus has gone away; the connection is dead then. Throws
+    /// sdbus::Error for one that is dead already.
     BusPump(asio::io_context& context, sdbus::IConnection& connection,
             std::function<void(const std::string&)> onLost);
     BusPump(const BusPump&) = delete;
@@ -32,8 +33,11 @@ public:
     [[nodiscard]] bool isCongested() const;
 
 private:
+    /// These throw sdbus::Error when the bus has gone away.
     [[nodiscard]] bool wantsToWrite() const;
     void arm();
+
+    void leaveDescriptor();
     void await(asio::posix::stream_descriptor::wait_type type, bool& isWaiting);
 
     asio::io_context& context_;

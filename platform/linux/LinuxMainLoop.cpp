@@ -1,5 +1,7 @@
 #include "platform/linux/LinuxMainLoop.h"
 
+#include <cerrno>
+#include <system_error>
 #include <utility>
 
 #include <asio/post.hpp>
@@ -16,7 +18,11 @@ void LinuxMainLoop::holdTerminationSignals() {
 
 void LinuxMainLoop::onTerminationSignal(std::function<void()> handler) {
     handler_ = std::move(handler);
-    signals_.assign(signalfd(-1, &terminationSignals(), SFD_NONBLOCK | SFD_CLOEXEC));
+    const int descriptor = signalfd(-1, &terminationSignals(), SFD_NONBLOCK | SFD_CLOEXEC);
+    if (descriptor < 0) {
+        throw std::system_error(errno, std::system_category(), "no signals");
+    }
+    signals_.assign(descriptor);
     awaitSignal();
 }
 

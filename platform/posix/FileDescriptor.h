@@ -23,6 +23,9 @@ public:
     [[nodiscard]] bool isOpen() const { return number_ >= 0; }
     [[nodiscard]] int get() const { return number_; }
 
+    /// Whoever takes it closes it; this has none any more.
+    [[nodiscard]] int release() { return std::exchange(number_, -1); }
+
 private:
     int number_;
 };

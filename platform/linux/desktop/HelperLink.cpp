@@ -56,12 +56,12 @@ void HelperLink::open() {
         ownerWatch_ = watchBusName(*connection_, HelperAddress::busName,
                                    [this](const OwnerChange& change) { ownerChanged(change); });
         proxy_ = sdbus::createProxy(*connection_, HelperAddress::busName, HelperAddress::objectPath);
+        pump_ = std::make_unique<BusPump>(context_, *connection_,
+                                          [this](const std::string& /*reason*/) { events_.unavailable(); });
     } catch (const sdbus::Error&) {
         events_.unavailable();
         return;
     }
-    pump_ = std::make_unique<BusPump>(context_, *connection_,
-                                      [this](const std::string& /*reason*/) { events_.unavailable(); });
     pump_->process();
 }
 

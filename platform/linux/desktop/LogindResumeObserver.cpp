@@ -16,6 +16,13 @@
 
 namespace corvane {
 
+namespace {
+
+/// How long the bus's answers are waited for: others use the thread.
+constexpr std::chrono::seconds busPatience(5);
+
+}  // namespace
+
 class LogindResumeObserver::Listener {
 public:
     Listener(asio::io_context& context, std::chrono::milliseconds retry, Log& log,
@@ -27,12 +34,14 @@ public:
             connect();
         } catch (const sdbus::Error& error) {
             tellOfAbsence(error);
+            forgetConnection();
         }
     }
 
 private:
     void connect() {
         connection_ = sdbus::createSystemBusConnection();
+        connection_->setMethodCallTimeout(busPatience);
         signals_.emplace(
             *connection_, [this](bool isGoingDown) { prepareForSleep(isGoingDown); },
             [this] { missNoResume(false); });
@@ -46,11 +55,15 @@ private:
         pump_->process();
     }
 
-    void disconnect() {
+    void forgetConnection() {
         pump_.reset();
         manager_.reset();
         signals_.reset();
         connection_.reset();
+    }
+
+    void disconnect() {
+        forgetConnection();
         retryTimer_.expires_after(retry_);
         retryTimer_.async_wait(lifetime_.bound([this](const std::error_code& error) {
             if (!error) {

@@ -146,8 +146,7 @@ void UserSingleInstance::listen() {
                                address ? lastError() : "the path is too long"));
         return;
     }
-    listener_ =
-        std::make_unique<QtDescriptor>(fcntl(listening.get(), F_DUPFD_CLOEXEC, 0), [this] { acceptOne(); });
+    listener_ = std::make_unique<QtDescriptor>(listening.release(), [this] { acceptOne(); });
 }
 
 /// One at a time, so that the main loop gets to everything else between two.

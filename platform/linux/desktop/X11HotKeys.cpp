@@ -70,6 +70,10 @@ X11HotKeys::X11HotKeys(SerialQueue& mainLoop, Log& log, const std::string& displ
     }
     // The connection closes its own.
     const int descriptor = fcntl(xcb_get_file_descriptor(connection_.get()), F_DUPFD_CLOEXEC, 0);
+    if (descriptor < 0) {
+        connection_.reset();
+        return;
+    }
     watch_ = std::make_unique<QtDescriptor>(descriptor, [this] { readEvents(); });
 }
 

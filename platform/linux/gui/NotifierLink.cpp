@@ -117,6 +117,10 @@ void NotifierLink::changeOwner(const std::string& owner) {
 
 /// An answer of a watcher that has gone meanwhile says nothing of its successor.
 void NotifierLink::registerItem() {
+    // The bus may have gone just when it was time to try again.
+    if (!pump_) {
+        return;
+    }
     pump_->send([this] {
         // The call refers to its name as long as it is put together.
         const std::string member = "RegisterStatusNotifierItem";

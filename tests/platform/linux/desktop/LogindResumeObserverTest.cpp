@@ -5,6 +5,8 @@
 #include <gtest/gtest.h>
 
 #include "platform/linux/AsioSerialQueue.h"
+#include "platform/linux/BusNameWatch.h"
+#include "platform/linux/LogindLock.h"
 #include "platform/linux/desktop/LogindResumeObserver.h"
 #include "platform/simulated/RecordingLog.h"
 #include "tests/support/EnvironmentVariable.h"
@@ -55,7 +57,21 @@ protected:
         ASSERT_TRUE(resumes.waitFor(before + 1));
     }
 
-    /// The same for an observer that is on its way to the bus.
+    /// Returns when what the login manager has answered lies at those who asked. It answers in order, and the
+    /// bus has delivered what it got before one question when it answers the next.
+    void haveAnswersDelivered() {
+        const auto connection = HelperBus{bus.address()}.connect();
+        const auto logind = sdbus::createProxy(*connection, Logind::busName, Logind::objectPath);
+        logind->callMethod("Get")
+            .onInterface("org.freedesktop.DBus.Properties")
+            .withArguments(Logind::interface, "PreparingForSleep");
+        const auto itself = sdbus::createProxy(*connection, busItself, "/org/freedesktop/DBus");
+        for (int question = 0; question < 2; ++question) {
+            itself->callMethod("GetId").onInterface(busItself);
+        }
+    }
+
+    /// As `hear`, for an observer that is on its way to the bus.
     bool hearsSoon(FakeLogind& logind) {
         const std::size_t before = resumes.size();
         const auto end = std::chrono::steady_clock::now() + testPatience;
@@ -200,6 +216,21 @@ TEST_F(LogindResumeObserverTest, FindsTheLoginManagerAgainWhenTheBusIsBack) {
         EXPECT_TRUE(hearsSoon(*logind));
     }
     EXPECT_EQ(log.count("Corvane: lost the login manager: "), 2U);
+}
+
+TEST_F(LogindResumeObserverTest, TakesABusThatCameBackDuringASuspendForAResume) {
+    std::optional<FakeLogind> logind(bus.address());
+    logind->prepareForSleep(true);
+    // Long enough for a login manager to be there before the observer is.
+    observe(std::chrono::milliseconds(300));
+    ASSERT_TRUE(logind->questions().waitFor(1));
+    haveAnswersDelivered();
+    logind.reset();
+    bus.end();
+    bus.startAgain();
+    ASSERT_EQ(bus.problem(), std::nullopt);
+    logind.emplace(bus.address());
+    EXPECT_TRUE(resumes.waitFor(1));
 }
 
 TEST_F(LogindResumeObserverTest, TellsNobodyWhoHasGone) {
