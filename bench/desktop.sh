@@ -12,14 +12,18 @@ build_corvane() {
     cmake --build "$build" --target corvane corvane-app "$@" >/dev/null
 }
 
-# Sets `folder`, which everything lies in, the processes `bus` and `display`, and what the environment tells of them.
+# Until the end of the script, or `end_desktop`. Sets `folder`, which everything lies in, the processes `bus` and `display`, and what the environment tells of them.
 make_desktop() {
     folder=$(mktemp --directory)
+    trap end_desktop EXIT
     dbus-daemon --session --nofork --address="unix:path=$folder/bus" 2>/dev/null &
     bus=$!
-    Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$folder/display" >/dev/null 2>&1 &
+    Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp -noreset 3>"$folder/display" >/dev/null 2>&1 &
     display=$!
-    until [[ -S $folder/bus && -s $folder/display ]]; do sleep 0.05; done
+    until [[ -S $folder/bus && -s $folder/display ]]; do
+        kill -0 "$bus" "$display" || exit 1
+        sleep 0.05
+    done
     DISPLAY=:$(<"$folder/display")
     export DISPLAY LANG=C.UTF-8
     unset WAYLAND_DISPLAY QT_QPA_PLATFORM QT_QUICK_BACKEND
@@ -48,7 +52,10 @@ start_corvane() {
     application=$!
     # What is started before this one listens would be the first itself.
     until [[ -S $folder/corvane/open ]]; do
-        kill -0 "$application" || exit 1
+        kill -0 "$application" || {
+            cat "$folder/application.log" >&2
+            exit 1
+        }
         sleep 0.05
     done
 }

@@ -36,7 +36,7 @@ display_is_there() { inside test -S "/tmp/.X11-unix/X${desk_display#:}"; }
 says() { [[ $(grep --count --fixed-strings -- "$1" "$BOX_ROOT/tmp/corvane.log") == "$2" ]]; }
 
 # From a place that anybody in the box can read, wherever this checkout is.
-cp "$tests/accessible" "$BOX_ROOT/run/accessible"
+install --mode=755 "$tests/accessible" "$BOX_ROOT/run/accessible"
 accessible() { on_desktop /run/accessible Corvane "$@"; }
 shows() { grep --quiet --fixed-strings -- "$1" <<<"$(accessible list)"; }
 

@@ -34,12 +34,13 @@ start_helper() {
     wait_until 10 "the helper listens" helper_listens
 }
 
-# The user has read the introduction of this version, so the panel opens by itself after a new build.
+# skip_introduction [SETTINGS]: the user has read the introduction of this version, so the panel opens by itself after a
+# new build. SETTINGS are further ones, as JSON has them.
 skip_introduction() {
     local version
     version=$(sed --quiet 's/^project(corvane VERSION \([0-9.]*\).*/\1/p' "$tests/../../CMakeLists.txt")
     mkdir -p "$XDG_CONFIG_HOME/de.tavrin.corvane"
-    echo "{\"onboardingSeenVersion\": \"${version:?}\"}" >"$XDG_CONFIG_HOME/de.tavrin.corvane/settings.json"
+    echo "{\"onboardingSeenVersion\": \"${version:?}\"${1:+, $1}}" >"$XDG_CONFIG_HOME/de.tavrin.corvane/settings.json"
 }
 
 # Sets `application` to its process.
