@@ -34,8 +34,8 @@ start_helper() {
     wait_until 10 "the helper listens" helper_listens
 }
 
-# skip_introduction [SETTINGS]: the user has read the introduction of this version, so the panel opens by itself after a
-# new build. SETTINGS are further ones, as JSON has them.
+# skip_introduction SETTINGS: the user has read the introduction of this version, so the panel opens by itself after a
+# new build. SETTINGS are further ones, as JSON has them, if any.
 skip_introduction() {
     local version
     version=$(sed --quiet 's/^project(corvane VERSION \([0-9.]*\).*/\1/p' "$tests/../../CMakeLists.txt")

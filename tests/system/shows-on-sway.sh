@@ -16,7 +16,7 @@ wait_until 20 "the terminal has the keyboard" terminal_has_keyboard
 
 simulate "load = 20"
 start_helper
-skip_introduction
+skip_introduction ""
 start_corvane
 wait_until 20 "the panel opens by itself" panel_is_shown
 expect_panel_stays

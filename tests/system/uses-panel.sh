@@ -13,7 +13,7 @@ simulate "load = 20"
 start_helper
 
 # --- the item, and the panel that opens by itself after a new build
-skip_introduction
+skip_introduction ""
 start_corvane
 wait_until 10 "the item is registered" item_name
 wait_until 10 "the panel opens by itself" panel_is_shown
