@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/linux/desktop/HelperLink.h"
+#include "tests/support/EnvironmentVariable.h"
 #include "tests/support/Notes.h"
 #include "tests/support/PrivateBus.h"
 
@@ -33,11 +34,11 @@ protected:
     asio::io_context context;
     std::vector<std::pair<CallId, std::string>> calls;
     int timesUnavailable = 0;
-    HelperLink link{context, HelperBus{bus.address()}, events()};
     const HelperRequest ping{"pingWithReply", {}, readTextAnswer};
 };
 
 TEST_F(HelperLinkTest, LosesWhatIsSentOverABusThatHasGoneAway) {
+    HelperLink link(context, HelperBus{bus.address()}, events());
     link.open();
     ASSERT_EQ(timesUnavailable, 0);
     bus.end();
@@ -53,7 +54,8 @@ TEST_F(HelperLinkTest, LosesWhatIsSentOverABusThatHasGoneAway) {
 }
 
 TEST_F(HelperLinkTest, LosesWhatIsSentWithoutABus) {
-    bus.end();
+    const EnvironmentVariable none("DBUS_SESSION_BUS_ADDRESS", "unix:path=/no/such/bus");
+    HelperLink link(context, HelperBus{"session"}, events());
     link.open();
     EXPECT_EQ(timesUnavailable, 1);
     link.send(1, ping);
