@@ -4,6 +4,7 @@
 
 #include "core/ThermalCurve.h"
 #include "helper/DaemonLog.h"
+#include "platform/PlausibleLimit.h"
 #include "smc/SmcReading.h"
 #include "smc/csmc.h"
 
@@ -24,6 +25,12 @@ constexpr float hottestAtStartC = 120.0F;
 /// 0...100; NaN asks for nothing.
 double clampedPercent(double percent) {
     return std::isnan(percent) ? 0.0 : std::fmax(std::fmin(percent, 100.0), 0.0);
+}
+
+/// 0 if unknown.
+int knownLimit(const std::string& key, bool (*isPlausible)(double)) {
+    const std::optional<float> rpm = readFinite(key.c_str());
+    return rpm && isPlausible(static_cast<double>(*rpm)) ? static_cast<int>(*rpm) : 0;
 }
 
 bool isCpuTempKey(std::string_view key) {
@@ -64,10 +71,10 @@ void FanHelperService::learnFans() {
 void FanHelperService::learnUnknownLimits(std::size_t fan) {
     const FanKeys& keys = fanKeys_[fan];
     if (minRPMs_[fan] == 0) {
-        minRPMs_[fan] = readRpm(keys.minimum.c_str()).value_or(0);
+        minRPMs_[fan] = knownLimit(keys.minimum, PlausibleLimit::isMinimum);
     }
     if (maxRPMs_[fan] == 0) {
-        maxRPMs_[fan] = readRpm(keys.maximum.c_str()).value_or(0);
+        maxRPMs_[fan] = knownLimit(keys.maximum, PlausibleLimit::isMaximum);
     }
 }
 

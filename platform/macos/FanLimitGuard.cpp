@@ -1,10 +1,9 @@
 #include "platform/macos/FanLimitGuard.h"
 
-#include <cmath>
 #include <cstring>
-#include <limits>
 #include <optional>
 
+#include "platform/PlausibleLimit.h"
 #include "platform/SmcKeyTable.h"
 
 namespace corvane {
@@ -43,30 +42,33 @@ std::int32_t FanLimitGuard::exchange(SmcRecord& record) {
 
 bool FanLimitGuard::areLimitsKnown(std::uint32_t fan) {
     bool& known = known_.at(fan);
-    // A fan that is never faster than 0 RPM is none.
-    known = known || (isLimitReadable(fanKey(fan, 'M', 'n'), std::numeric_limits<float>::lowest()) &&
-                      isLimitReadable(fanKey(fan, 'M', 'x'), std::numeric_limits<float>::min()));
+    if (!known) {
+        const std::optional<float> minimum = readFlt(fanKey(fan, 'M', 'n'));
+        const std::optional<float> maximum = readFlt(fanKey(fan, 'M', 'x'));
+        known = minimum && PlausibleLimit::isMinimum(static_cast<double>(*minimum)) && maximum &&
+                PlausibleLimit::isMaximum(static_cast<double>(*maximum));
+    }
     return known;
 }
 
-bool FanLimitGuard::isLimitReadable(std::uint32_t key, float least) {
+std::optional<float> FanLimitGuard::readFlt(std::uint32_t key) {
     SmcRecord info;
     info.key = key;
     info.data8 = static_cast<std::uint8_t>(SmcCommand::keyInfo);
     if (controller_->exchange(info) != 0 || info.result != 0 ||
         info.keyInfo.dataType != fourCharCode("flt ") || info.keyInfo.dataSize != sizeof(float)) {
-        return false;
+        return std::nullopt;
     }
     SmcRecord value;
     value.key = key;
     value.keyInfo.dataSize = sizeof(float);
     value.data8 = static_cast<std::uint8_t>(SmcCommand::readKey);
     if (controller_->exchange(value) != 0 || value.result != 0) {
-        return false;
+        return std::nullopt;
     }
     float speed = 0;
     std::memcpy(&speed, value.bytes.data(), sizeof speed);
-    return std::isfinite(speed) && speed >= least;
+    return speed;
 }
 
 }  // namespace corvane

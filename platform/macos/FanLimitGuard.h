@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <utility>
 
 #include "platform/SmcConnection.h"
@@ -10,7 +11,7 @@
 namespace corvane {
 
 /// Passes records on to a controller, but the one that would force a fan whose slowest or fastest speed
-/// cannot be read: such a fan stays with its firmware, and the write is answered with
+/// cannot be read or is implausible: such a fan stays with its firmware, and the write is answered with
 /// `SmcResult::badArgument`. Limits that were read once are known from then on.
 class FanLimitGuard final : public SmcConnection {
 public:
@@ -21,7 +22,7 @@ public:
 
 private:
     [[nodiscard]] bool areLimitsKnown(std::uint32_t fan);
-    [[nodiscard]] bool isLimitReadable(std::uint32_t key, float least);
+    [[nodiscard]] std::optional<float> readFlt(std::uint32_t key);
 
     std::unique_ptr<SmcConnection> controller_;
     /// By the digit in a fan's keys.

@@ -2,10 +2,11 @@
 
 #include <algorithm>
 #include <bit>
-#include <cmath>
 #include <stdexcept>
 #include <string>
 #include <utility>
+
+#include "platform/PlausibleLimit.h"
 
 namespace corvane {
 
@@ -261,21 +262,20 @@ SmcResult SimulatedMac::setMode(std::size_t key, std::uint8_t mode) {
 }
 
 bool SimulatedMac::areLimitsKnown(std::size_t fan) const {
-    const std::optional<double> maximum = knownLimit(fan, KeyRole::fanMaximum);
-    return knownLimit(fan, KeyRole::fanMinimum) && maximum && *maximum > 0.0;
+    const std::optional<double> minimum = readableLimit(fan, KeyRole::fanMinimum);
+    const std::optional<double> maximum = readableLimit(fan, KeyRole::fanMaximum);
+    return minimum && PlausibleLimit::isMinimum(*minimum) && maximum && PlausibleLimit::isMaximum(*maximum);
 }
 
-std::optional<double> SimulatedMac::knownLimit(std::size_t fan, KeyRole role) const {
+std::optional<double> SimulatedMac::readableLimit(std::size_t fan, KeyRole role) const {
     const auto key = std::ranges::find_if(
         allKeys_, [&](const MacKey& candidate) { return candidate.role == role && candidate.index == fan; });
     const auto index = static_cast<std::size_t>(key - allKeys_.begin());
     const std::optional<KeyFault>& fault = states_[index].condition.fault;
-    const double value = steadyValue(index);
-    if (isKind(fault, KeyFault::Kind::vanished) || isKind(fault, KeyFault::Kind::readFails) ||
-        !std::isfinite(value)) {
+    if (isKind(fault, KeyFault::Kind::vanished) || isKind(fault, KeyFault::Kind::readFails)) {
         return std::nullopt;
     }
-    return value;
+    return steadyValue(index);
 }
 
 }  // namespace corvane

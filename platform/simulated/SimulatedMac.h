@@ -118,7 +118,7 @@ private:
     SmcResult take(std::size_t key, std::span<const std::uint8_t> bytes);
     SmcResult setMode(std::size_t key, std::uint8_t mode);
     [[nodiscard]] bool areLimitsKnown(std::size_t fan) const;
-    [[nodiscard]] std::optional<double> knownLimit(std::size_t fan, KeyRole role) const;
+    [[nodiscard]] std::optional<double> readableLimit(std::size_t fan, KeyRole role) const;
 
     MacModel model_;
     Clock clock_;

@@ -67,9 +67,27 @@ TEST(ControlLoop, CountsARangeTurnedAroundAsNone) {
     EXPECT_EQ(machine.mac.lastWrittenTarget(0), 3000.0F);
 }
 
+/// The firmware would cool harder than a floor that is reckoned with 0 for a limit.
+TEST(ControlLoop, HoldsNoFanWhoseLimitsAreImplausible) {
+    for (const auto& [limit, rpm] : {std::pair{"F0Mn", 1e30F}, std::pair{"F0Mn", -1.0F},
+                                     std::pair{"F0Mx", 1e30F}, std::pair{"F0Mx", 0.5F}}) {
+        HelperMachine machine;
+        machine.mac.holdSensor(limit, rpm);
+        machine.startAt(99.0F);
+        machine.setFloor(100.0);
+        machine.advanceInContact(10s);
+        EXPECT_FALSE(machine.mac.isAnyFanForced()) << limit << " " << rpm;
+
+        machine.mac.releaseSensor(limit);
+        machine.advanceInContact(1s);
+        EXPECT_TRUE(machine.mac.isFanForced(0)) << limit << " " << rpm;
+        EXPECT_EQ(machine.mac.lastWrittenTarget(0), 5000.0F) << limit << " " << rpm;
+    }
+}
+
 TEST(ControlLoop, KeepsToAnAbsurdlyWideRange) {
     HelperMachine machine;
-    machine.mac.holdSensor("F0Mn", -2147483648.0F);
+    machine.mac.holdSensor("F0Mn", 0.0F);
     machine.mac.holdSensor("F0Mx", 2147483520.0F);
     machine.startAt(60.0F);
     machine.setFloor(100.0);

@@ -125,7 +125,7 @@ TEST(StartUp, TruncatesTheFansLimits) {
 }
 
 TEST(StartUp, TakesLimitsThatCannotBeReadAsZero) {
-    for (const float reading : {infinite<float>, notANumber<float>, 1e30F}) {
+    for (const float reading : {infinite<float>, notANumber<float>, 1e30F, -1.0F}) {
         HelperMachine machine;
         machine.mac.holdSensor("F0Mn", reading);
         machine.mac.setFault("F0Mx", KeyFault::readFails());

@@ -1,6 +1,8 @@
+#include <limits>
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -69,6 +71,18 @@ TEST_F(FanLimitGuardTest, ForcesNoFanWhoseLimitsCannotBeReadUntilTheyCan) {
 TEST_F(FanLimitGuardTest, ForcesNoFanWhoseFastestSpeedIsNone) {
     mac.holdSensor("F0Mx", 0.0F);
     EXPECT_EQ(csmc_write_u8("F0Md", 1), refused);
+    EXPECT_EQ(forced, 0);
+}
+
+TEST_F(FanLimitGuardTest, ForcesNoFanWhoseLimitsAreImplausible) {
+    for (const auto& [limit, rpm] :
+         {std::pair{"F0Mn", -1.0F}, std::pair{"F0Mn", 2147483648.0F}, std::pair{"F0Mx", 0.5F},
+          std::pair{"F0Mx", 1e30F}, std::pair{"F0Mn", std::numeric_limits<float>::quiet_NaN()},
+          std::pair{"F0Mx", std::numeric_limits<float>::infinity()}}) {
+        mac.holdSensor(limit, rpm);
+        EXPECT_EQ(csmc_write_u8("F0Md", 1), refused) << limit << " " << rpm;
+        mac.releaseSensor(limit);
+    }
     EXPECT_EQ(forced, 0);
 }
 

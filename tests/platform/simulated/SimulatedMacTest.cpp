@@ -135,9 +135,12 @@ TEST(SimulatedMac, AFanWithUnknownLimitsIsNotForced) {
         EXPECT_TRUE(refuses()) << key;
         machine.mac.releaseSensor(key);
     }
-    machine.mac.holdSensor("F0Mx", 0.0F);
-    EXPECT_TRUE(refuses());
-    machine.mac.releaseSensor("F0Mx");
+    for (const auto& [key, rpm] : {std::pair{"F0Mx", 0.0F}, std::pair{"F0Mx", 0.5F}, std::pair{"F0Mx", 1e30F},
+                                   std::pair{"F0Mn", -1.0F}, std::pair{"F0Mn", 1e30F}}) {
+        machine.mac.holdSensor(key, rpm);
+        EXPECT_TRUE(refuses()) << key << " " << rpm;
+        machine.mac.releaseSensor(key);
+    }
     EXPECT_FALSE(refuses());
     EXPECT_TRUE(machine.mac.isFanForced(0));
 }
