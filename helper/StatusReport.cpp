@@ -68,7 +68,7 @@ StatusRecord FanHelperService::statusRecord() const {
 
     StatusRecord status;
     status.set(StatusKey::fans, std::move(fans));
-    status.set(StatusKey::floorPercent, floorPercent_);
+    status.set(StatusKey::floorPercent, isBoosted_ ? floorPercent_ : 0.0);
     status.set(StatusKey::isBoosted, isBoosted_);
     status.set(StatusKey::tempSensorCount, static_cast<std::int32_t>(cpuTempKeys_.size()));
     status.set(StatusKey::effectivePercent, lastEffectivePct_);

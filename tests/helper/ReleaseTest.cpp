@@ -227,6 +227,7 @@ TEST(Release, OutlastsRequestsThatArriveBetweenItAndTheSuspend) {
     EXPECT_EQ(machine.setFloor(40.0), (Answer{true, "floor set to 40%"}));
     machine.advance(2s);
     EXPECT_FALSE(machine.isBoosted());
+    EXPECT_EQ(*machine.status().get<double>(StatusKey::floorPercent), 0.0) << "no floor is held";
     EXPECT_FALSE(machine.mac.isAnyFanForced());
 }
 
