@@ -24,14 +24,19 @@ AbsentFans::AbsentFans(Sysfs& sysfs, FanJournal& journal, Log& log)
     : sysfs_(sysfs), journal_(journal), log_(log) {}
 
 void AbsentFans::remember(const HwmonInventory& inventory) {
-    fans_.clear();
+    std::erase_if(fans_, [&](const AbsentFan& fan) { return holds(inventory, fan.fan); });
     for (const JournalEntry& entry : journal_.entries()) {
-        if (!holds(inventory, entry.fan)) {
+        if (!holds(inventory, entry.fan) && !isRemembered(entry.fan)) {
             fans_.push_back({entry.fan, nullptr, nullptr});
             log_.write(fmt::format("Corvane daemon: WARNING: {} was not given back; waiting for its driver",
                                    nameOf(entry.fan)));
         }
     }
+}
+
+bool AbsentFans::isRemembered(const FanIdentity& fan) const {
+    return std::any_of(fans_.begin(), fans_.end(),
+                       [&](const AbsentFan& remembered) { return remembered.fan == fan; });
 }
 
 void AbsentFans::handBack() {

@@ -17,7 +17,8 @@ public:
     /// All arguments outlive it.
     AbsentFans(Sysfs& sysfs, FanJournal& journal, Log& log);
 
-    /// Remembers the journal's fans that are not in `inventory`, and names them in the log.
+    /// Remembers the journal's fans that are not in `inventory`, and names those in the log that it did not
+    /// know of before.
     void remember(const HwmonInventory& inventory);
 
     [[nodiscard]] bool isEmpty() const { return fans_.empty(); }
@@ -33,6 +34,7 @@ private:
         std::unique_ptr<FanCustody> custody;
     };
 
+    [[nodiscard]] bool isRemembered(const FanIdentity& fan) const;
     void lookFor(AbsentFan& fan, const std::vector<ChipLocation>& chips);
 
     Sysfs& sysfs_;

@@ -234,6 +234,16 @@ TEST_F(FanAfterACrash, IsGivenBackOnceItsDriverIsLoadedAgain) {
     EXPECT_EQ(rig.log.lines().size(), 2U) << "nothing is left to wait for";
 }
 
+/// Whoever finds no controller looks for one with every call.
+TEST_F(FanAfterACrash, IsNamedOnceWhileThereIsNoControllerAtAll) {
+    crashWhileForced(FanOwner::helper);
+    rig.hardware.unplug(chip);
+    SmcClient smc = rig.connectUnopened();
+    EXPECT_NE(smc.open(), 0);
+    EXPECT_NE(smc.open(), 0);
+    EXPECT_EQ(rig.log.count("was not given back; waiting for its driver"), 1U);
+}
+
 TEST_F(FanAfterACrash, IsOfUnknownModeToAProcessThatMayNotReadTheJournal) {
     crashWhileForced(FanOwner::helper);
     std::filesystem::remove(rig.journalPath);
