@@ -9,10 +9,12 @@
 namespace corvane {
 
 /// Looks at the processes in the background, one time after the other. A look may get stuck at a process in
-/// trouble; then nothing is known of processes until it comes back. Main loop.
+/// trouble; then nothing is known of processes until it comes back, and neither when none has begun for as
+/// long. Main loop.
 class SessionApplications::Looker {
 public:
-    /// `found` runs on the main loop after each look, unless the looker is gone.
+    /// `found` runs on the main loop after each look, and with nothing once that is too long ago, unless the
+    /// looker is gone.
     Looker(SerialQueue& mainLoop, ProcessApplications processes, Look look,
            std::function<void(Identifiers)> found)
         : mainLoop_(mainLoop),
@@ -31,10 +33,14 @@ public:
             return;
         }
         isLooking_ = true;
-        patience_ = mainLoop_.after(longestLook, [this] { found_({}); });
+        trustForAWhile();
     }
 
 private:
+    void trustForAWhile() {
+        trust_ = mainLoop_.after(longestTrust, [this] { found_({}); });
+    }
+
     /// False when the system has no thread to spare; who asks next begins.
     bool begin() {
         return workers_.post([look = look_, processes = processes_, exit = exit_,
@@ -45,7 +51,7 @@ private:
 
     void end(Identifiers found) {
         isLooking_ = false;
-        patience_.reset();
+        trustForAWhile();
         if (std::exchange(isOutdated_, false)) {
             lookSoon();
         }
@@ -61,7 +67,7 @@ private:
     std::shared_ptr<ProcessApplications> processes_;
     std::shared_ptr<MainLoopExit> exit_;
     BackgroundWorkers workers_;
-    std::unique_ptr<Timer> patience_;
+    std::unique_ptr<Timer> trust_;
     Lifetime lifetime_;
 };
 

@@ -23,10 +23,11 @@ namespace corvane {
 /// time somebody asks and after news of the manager: a process in trouble may hold up whoever looks at it,
 /// and disks are slow. So asking only copies what is known, and what a look finds out in addition is
 /// announced a moment later; who asks every few seconds knows of everything in that time. Nothing is known at
-/// the very beginning, nor of processes while a look takes longer than `longestLook`.
+/// the very beginning, nor of processes `longestTrust` after the last look began or ended: the look is stuck,
+/// or nobody has asked since, and what was seen may have ended long ago.
 class SessionApplications final : public RunningApplications {
 public:
-    static constexpr Duration longestLook = std::chrono::seconds(10);
+    static constexpr Duration longestTrust = std::chrono::seconds(10);
 
     /// What a look at the processes does, in the background, for as long as it takes.
     using Look = std::function<Identifiers(ProcessApplications& processes)>;

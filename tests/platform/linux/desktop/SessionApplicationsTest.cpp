@@ -41,13 +41,13 @@ public:
     }
 
     /// The last timer that was made is due.
-    void losePatience() const { whenOutOfPatience_(); }
+    void loseTrust() const { whenTrustIsLost_(); }
 
     void sync(const Work& /*work*/) override { std::abort(); }
     void syncAhead(const Work& /*work*/) override { std::abort(); }
     std::unique_ptr<Timer> after(Duration /*delay*/, Work work) override {
-        whenOutOfPatience_ = std::move(work);
-        return std::make_unique<Patience>();
+        whenTrustIsLost_ = std::move(work);
+        return std::make_unique<Trust>();
     }
     std::unique_ptr<Timer> at(WallTime /*time*/, Work /*work*/) override { std::abort(); }
     std::unique_ptr<Timer> every(Duration /*first*/, Duration /*period*/, Work /*work*/) override {
@@ -58,10 +58,10 @@ public:
     [[nodiscard]] WallTime wallTime() const override { std::abort(); }
 
 private:
-    class Patience final : public Timer {};
+    class Trust final : public Timer {};
 
     Notes<Work> waiting_;
-    Work whenOutOfPatience_;
+    Work whenTrustIsLost_;
 };
 
 /// Looks at processes that get stuck when they are told to. They may outlive the test.
@@ -87,7 +87,10 @@ protected:
         if (bus.problem()) {
             GTEST_SKIP() << *bus.problem();
         }
-        folder.write("share/applications/tool.desktop", "[Desktop Entry]\nType=Application\nExec=tool\n");
+        for (const std::string program : {"tool", "other"}) {
+            folder.write("share/applications/" + program + ".desktop",
+                         "[Desktop Entry]\nType=Application\nExec=" + program + "\n");
+        }
         std::filesystem::create_directories(folder / "proc");
         manager.emplace(bus.address());
     }
@@ -125,9 +128,9 @@ protected:
         observation = applications->observe([this] { announced.push_back(applications->identifiers()); });
     }
 
-    void run(const std::string& program) const {
-        std::filesystem::create_directories(folder / "proc/10");
-        std::filesystem::create_symlink("/usr/bin/" + program, folder / "proc/10/exe");
+    void run(const std::string& program, const std::string& process = "proc/10") const {
+        std::filesystem::create_directories(folder / process);
+        std::filesystem::create_symlink("/usr/bin/" + program, folder / process / "exe");
     }
 
     void end() const { std::filesystem::remove_all(folder / "proc/10"); }
@@ -230,11 +233,35 @@ TEST_F(SessionApplicationsTest, AreTheManagersAloneWhileALookIsStuck) {
     ASSERT_TRUE(announces({"one", "tool"}));
     waitUntilALookIsStuck();
     EXPECT_EQ(applications->identifiers(), (Identifiers{"one", "tool"})) << "a look may take its time";
-    mainLoop.losePatience();
+    mainLoop.loseTrust();
     EXPECT_EQ(announced.back(), Identifiers{"one"}) << "the tool may have ended long ago";
     looks->isStuck = false;
     looks->goOn.set_value();
     EXPECT_TRUE(announces({"one", "tool"}));
+}
+
+/// Who asks again much later must not be told of a process that has ended since.
+TEST_F(SessionApplicationsTest, OfProcessesAreForgottenWhenNobodyHasAskedForLong) {
+    manager->add("app-one-1.scope");
+    manager->comeUp();
+    run("tool");
+    start();
+    ASSERT_TRUE(announces({"one", "tool"}));
+    waitUntilALookIsStuck();
+    // Asks nothing.
+    int changes = 0;
+    observation = applications->observe([&] { ++changes; });
+    run("other", "proc/11");
+    looks->isStuck = false;
+    looks->goOn.set_value();
+    while (changes == 0) {
+        ASSERT_TRUE(mainLoop.run());
+    }
+    std::filesystem::remove_all(folder / "proc/10");
+    std::filesystem::remove_all(folder / "proc/11");
+    mainLoop.loseTrust();
+    EXPECT_EQ(changes, 2);
+    EXPECT_EQ(applications->identifiers(), Identifiers{"one"});
 }
 
 TEST_F(SessionApplicationsTest, AreLookedAtOnceMoreWhenSomethingHappensDuringALook) {
