@@ -22,6 +22,10 @@ AppDelegate::AppDelegate(AppDelegateServices services)
              [this] { toggleFanBoost(); }, services_.quit}) {}
 
 AppDelegate::~AppDelegate() {
+    letGo();
+}
+
+void AppDelegate::letGo() {
     services_.onboarding.setOnFinished(nullptr);
     services_.hotkeys.setHandler(nullptr);
     services_.statusItem.setHandlers({});
@@ -71,7 +75,7 @@ void AppDelegate::updateIcon() {
     services_.statusItem.setTitle(temperature);
     // The title is drawn; the tool tip can be heard.
     services_.statusItem.setToolTip("Corvane", services_.header.label().toStdString() + temperature);
-    services_.statusItem.setMenu(menu_.entries());
+    services_.statusItem.setMenu(isWithdrawn_ ? std::vector<StatusMenuEntry>() : menu_.entries());
 }
 
 std::string AppDelegate::temperatureTitle() const {
@@ -103,6 +107,9 @@ void AppDelegate::togglePopover(const StatusItemAnchor& anchor) {
 
 /// A tray that tells the item's place only with a click: where it was clicked last.
 void AppDelegate::openPopover() {
+    if (isWithdrawn_) {
+        return;
+    }
     if (const auto place = pointOf(services_.statusItem.anchor())) {
         anchor_ = place;
     }
@@ -117,6 +124,13 @@ void AppDelegate::perform(Hotkeys::Action action) {
         case Hotkeys::Action::toggleFanBoost:
             return toggleFanBoost();
     }
+}
+
+void AppDelegate::withdraw() {
+    isWithdrawn_ = true;
+    letGo();
+    services_.popover.close();
+    updateIconSoon();
 }
 
 void AppDelegate::toggleKeepAwake() {

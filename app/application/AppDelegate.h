@@ -69,7 +69,12 @@ public:
 
     void perform(Hotkeys::Action action);
 
+    /// The application was removed and is about to end: closes the panel for good, and does nothing any more
+    /// that is asked of the status item, whose menu is emptied, and of the hot keys.
+    void withdraw();
+
 private:
+    void letGo();
     void followModels();
     void updateIconSoon();
     void updateIcon();
@@ -82,6 +87,7 @@ private:
     StatusMenu menu_;
     std::optional<QPoint> anchor_;
     bool isIconOutdated_ = false;
+    bool isWithdrawn_ = false;
     std::unique_ptr<Timer> openingTimer_;
     Lifetime lifetime_;
 };

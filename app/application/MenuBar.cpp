@@ -68,6 +68,7 @@ MenuBar::MenuBar(AppPlatform& platform, Application& application, const Views& v
                          onboarding_.retranslate();
                          popover_->retranslate();
                      },
+                 .withdraw = [this] { delegate_.withdraw(); },
                  .quit = quitting(platform),
                  .version = BuildInfo::version,
                  .supportMail = BuildInfo::supportMail},

@@ -170,6 +170,7 @@ void SettingsState::endRemoval(const InstallResult& result) {
     isRemoving_ = false;
     switch (result.outcome) {
         case InstallResult::Outcome::success:
+            services_.withdraw();
             services_.uninstaller.clearUserTraces();
             alert_ = Alert::removed;
             break;

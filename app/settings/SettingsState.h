@@ -35,6 +35,9 @@ struct SettingsServices {
     std::function<void()> showIntroduction;
     /// The stored language is another one: whatever else is on the screen is to follow.
     std::function<void()> retranslateOthers;
+    /// The application was removed: takes away whatever else of it could still be operated, and might leave
+    /// something behind again.
+    std::function<void()> withdraw;
     /// Ends the application.
     std::function<void()> quit;
     /// Of the application, such as "1.0".

@@ -169,6 +169,25 @@ TEST_F(MenuBarWindowsTest, RemoveTheApplicationAndEndItOnceTheUserHasReadTheFare
     EXPECT_TRUE(hasEnded());
 }
 
+/// From the panel, such as by its switch for the start at login, traces would come back.
+TEST_F(MenuBarWindowsTest, LeaveNothingButTheFarewellToUseOnceTheApplicationIsRemoved) {
+    startAgain();
+    SettingsState& settings = openSettings();
+    settings.askToUninstall();
+    settings.confirmUninstall();
+    item().click();
+    ASSERT_TRUE(shown.popover->isShown()) << "while the password is asked for";
+    answerPrompt(InstallResult::success());
+    EXPECT_FALSE(shown.popover->isShown());
+    item().click();
+    menuBar->openPanel();
+    EXPECT_FALSE(shown.popover->isShown());
+    EXPECT_THAT(item().menu(), IsEmpty());
+    platform.keyboard->press('k');
+    settle();
+    EXPECT_TRUE(manager().activeKinds().empty());
+}
+
 TEST_F(MenuBarWindowsTest, LeaveEverythingAsItIsWhenThePasswordIsNotGiven) {
     startAgain();
     SettingsState& settings = openSettings();

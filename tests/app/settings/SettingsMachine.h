@@ -44,6 +44,11 @@ public:
                 .enableHotkeys = [this](bool on) { hotkeys.push_back(on); },
                 .showIntroduction = [this] { ++introductions; },
                 .retranslateOthers = [this] { ++retranslations; },
+                .withdraw =
+                    [this] {
+                        EXPECT_EQ(uninstaller.clearings(), 0) << "what can still be used leaves traces again";
+                        ++withdrawals;
+                    },
                 .quit = [this] { ++quits; },
                 .version = "1.9",
                 .supportMail = supportMail};
@@ -66,6 +71,7 @@ public:
     std::vector<bool> hotkeys;
     int introductions = 0;
     int retranslations = 0;
+    int withdrawals = 0;
     int quits = 0;
 };
 

@@ -272,6 +272,7 @@ TEST_F(SettingsRemoval, ClearsTheTracesSaysGoodbyeAndQuits) {
     confirm();
     machine.uninstaller.finish(InstallResult::success());
     EXPECT_FALSE(state->isRemoving());
+    EXPECT_EQ(machine.withdrawals, 1);
     EXPECT_EQ(machine.uninstaller.clearings(), 1);
     EXPECT_EQ(state->alert(), Alert::removed);
     EXPECT_EQ(machine.quits, 0);
@@ -309,6 +310,7 @@ TEST_F(SettingsRemoval, TellsWhyItFailedAndGoesOn) {
     EXPECT_EQ(state->alert(), Alert::uninstallFailed);
     EXPECT_EQ(state->uninstallError(), "The helper does not answer");
     EXPECT_EQ(machine.uninstaller.clearings(), 0);
+    EXPECT_EQ(machine.withdrawals, 0);
     state->dismissFailure();
     EXPECT_EQ(state->alert(), Alert::none);
     state->windowClosed();
