@@ -16,7 +16,7 @@ Rectangle {
     color: Theme.card
     implicitHeight: rows.implicitHeight + 2 * Theme.space
     radius: Theme.radiusLarge
-    visible: temperature.isKnown || temperature.rpmLine !== "" || temperature.throttleLabel !== ""
+    visible: temperature.isKnown || temperature.gpuTemperature !== "" || temperature.rpmLine !== "" || temperature.throttleLabel !== ""
 
     ColumnLayout {
         id: rows
@@ -29,7 +29,7 @@ Rectangle {
 
         RowLayout {
             spacing: Theme.spaceSmall
-            visible: view.temperature.isKnown
+            visible: view.temperature.isKnown || view.temperature.gpuTemperature !== ""
 
             Text {
                 Layout.alignment: Qt.AlignBaseline
@@ -39,6 +39,7 @@ Rectangle {
                 objectName: "temperature"
                 text: view.temperature.temperature
                 textFormat: Text.PlainText
+                visible: view.temperature.isKnown
 
                 Accessible.role: Accessible.StaticText
                 Accessible.name: "CPU " + text
@@ -53,6 +54,7 @@ Rectangle {
                 implicitWidth: 8
                 objectName: "temperatureDot"
                 radius: 4
+                visible: view.temperature.isKnown
             }
 
             BodyText {
@@ -61,6 +63,7 @@ Rectangle {
                 font.weight: Font.DemiBold
                 objectName: "temperatureWord"
                 text: view.temperature.word
+                visible: view.temperature.isKnown
             }
 
             BodyText {

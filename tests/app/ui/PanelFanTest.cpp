@@ -218,6 +218,23 @@ TEST_F(PanelFan, CountsTheSpinUpDown) {
     EXPECT_FALSE(isShown("spinUpBanner"));
 }
 
+TEST_F(PanelFan, CountsTheSpinUpDownInAutomaticToo) {
+    openAuto();
+    mac().holdSensorsAt(85);
+    for (int second = 0; second < 20 && !fan().spinningUp(); ++second) {
+        EXPECT_FALSE(isShown("spinUpBanner"));
+        advance(1s);
+    }
+    ASSERT_TRUE(fan().spinningUp());
+    EXPECT_TRUE(isShown("spinUpBanner"));
+    EXPECT_EQ(text("spinUpBanner"), "Fans spinning up … " + std::to_string(*fan().spinUpRemaining()) + "s");
+    machine.speak("de");
+    settle();
+    EXPECT_EQ(text("spinUpBanner"), "Lüfter fahren hoch … " + std::to_string(*fan().spinUpRemaining()) + "s");
+    advance(30s);
+    EXPECT_FALSE(isShown("spinUpBanner"));
+}
+
 TEST_F(PanelFan, WarnsThatTheFirmwareTookOver) {
     openManual();
     EXPECT_FALSE(isShown("thermalWarning"));
@@ -233,6 +250,16 @@ TEST_F(PanelFan, WarnsThatTheFirmwareTookOver) {
     machine.speak("de");
     settle();
     EXPECT_EQ(text("thermalWarning"), "Mac übernimmt — Lüfter auf " + percent + "% wegen Hitze");
+}
+
+/// What follows the temperature needs no word for it.
+TEST_F(PanelFan, DoesNotWarnOfTheFirmwareInAutomatic) {
+    machine.defaults.set(FanSettings::coolingProfile, "silent");
+    openAuto();
+    machine.heatTo(92);
+    settle();
+    ASSERT_TRUE(fan().thermalOverride());
+    EXPECT_FALSE(isShown("thermalWarning"));
 }
 
 TEST_F(PanelFan, ChangesBetweenManualAndAuto) {

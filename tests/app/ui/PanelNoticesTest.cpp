@@ -83,6 +83,17 @@ TEST_F(PanelNotices, ShowNoTemperatureBeforeThereIsOne) {
     EXPECT_FALSE(isShown("temperatureBadge"));
 }
 
+TEST_F(PanelNotices, ShowTheTemperatureOfTheGraphicsAlone) {
+    StatusRecord status;
+    status.set(StatusKey::gpuTemp, 70.0);
+    machine.report([status] { return status; });
+    open();
+    EXPECT_EQ(text("gpuTemperature"), "GPU 70°");
+    for (const char* ofProcessor : {"temperature", "temperatureDot", "temperatureWord"}) {
+        EXPECT_FALSE(isShown(ofProcessor)) << ofProcessor;
+    }
+}
+
 TEST_F(PanelNotices, ShowHowTheSystemThrottles) {
     open();
     EXPECT_FALSE(isShown("throttleBadge"));

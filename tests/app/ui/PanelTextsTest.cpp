@@ -67,7 +67,7 @@ TEST_P(PanelTexts, AreTheseWhileTheFansFollowTheTemperature) {
     show(4000);
     ASSERT_TRUE(fan().autoEngaged());
     const std::string floor = fmt::format("{:.0f}", fan().autoFloor());
-    Lines spinningUp = fan().spinningUp() ? spinUp() : Lines();
+    ASSERT_FALSE(fan().spinningUp());
     expectPanel(
         {header(true, {"Kühlung aktiv", "Cooling active"}),
          {divider},
@@ -86,7 +86,6 @@ TEST_P(PanelTexts, AreTheseWhileTheFansFollowTheTemperature) {
           "<coolingCurve>",
           "[checkmark.circle.fill]",
           {fmt::format("Aktiv · Lüfterboden {} %", floor), fmt::format("Active · floor {} %", floor)}},
-         std::move(spinningUp),
          {divider},
          loginPrompt(),
          footer(true)});

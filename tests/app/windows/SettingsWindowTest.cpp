@@ -24,6 +24,8 @@ TEST_F(SettingsWindow, HasOneSizeAndACloseButtonInItsTitleBar) {
     EXPECT_EQ(view().size(), QSize(380, 540));
     EXPECT_EQ(view().minimumSize(), view().size());
     EXPECT_EQ(view().maximumSize(), view().size());
+    EXPECT_TRUE(view().flags() & Qt::WindowTitleHint);
+    EXPECT_FALSE(view().flags() & Qt::FramelessWindowHint);
     EXPECT_TRUE(view().flags() & Qt::WindowCloseButtonHint);
     EXPECT_FALSE(view().flags() & (Qt::WindowMinimizeButtonHint | Qt::WindowMaximizeButtonHint));
 }
