@@ -4,6 +4,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -11,6 +12,7 @@
 namespace corvane {
 namespace {
 
+using namespace std::string_literals;
 using std::chrono::hours;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -60,6 +62,29 @@ TEST_F(MenuBarTest, TakesAStoredBuildThatIsNoTextForNone) {
 TEST_F(MenuBarTest, AsksForUpdatesJustWhenItWasBuiltWithAFeed) {
     startAgain();
     EXPECT_THAT(platform.web->requests(), SizeIs(std::string_view(BuildInfo::updateFeed).empty() ? 0 : 1));
+}
+
+TEST_F(MenuBarTest, OffersWhatTheFeedSaysIsNewerThanThisBuild) {
+    const std::string_view feed = BuildInfo::updateFeed;
+    if (feed.empty()) {
+        GTEST_SKIP() << "built without a feed";
+    }
+    EXPECT_TRUE(feed.ends_with("/appcast.json")) << feed;
+    startAgain();
+    ASSERT_THAT(platform.web->requests(), SizeIs(1));
+    EXPECT_EQ(platform.web->requests().front().url, feed);
+
+    UpdateChecker& updates = manager().updates();
+    EXPECT_EQ(updates.currentVersion(), BuildInfo::version);
+    for (const auto& [offered, published] :
+         {std::pair(std::string(BuildInfo::version), std::string()), std::pair("999.0"s, "999.0"s)}) {
+        platform.web->setBody(R"({"version":")" + offered + R"("})");
+        updates.check();
+        settle();
+        EXPECT_EQ(updates.latestVersion().toStdString(), published);
+    }
+    updates.openDownload();
+    EXPECT_THAT(platform.opener->opened(), ElementsAre(BuildInfo::homePage));
 }
 
 TEST_F(MenuBarTest, OpensThePanelWhereItIsClickedAndClosesItWithTheNextClick) {

@@ -106,7 +106,11 @@ public:
         web = &made->simulated;
         return made;
     }
-    std::unique_ptr<UrlOpener> makeUrlOpener() override { return std::make_unique<RecordingUrlOpener>(); }
+    std::unique_ptr<UrlOpener> makeUrlOpener() override {
+        auto made = std::make_unique<RecordingUrlOpener>();
+        opener = made.get();
+        return made;
+    }
     std::unique_ptr<StatusItem> makeStatusItem(Appearance& /*appearance*/) override {
         events.write("[status item]");
         auto made = std::make_unique<SimulatedStatusItem>();
@@ -156,6 +160,7 @@ public:
     SimulatedPowerAssertions* power = nullptr;
     SimulatedVolumes* volumes = nullptr;
     SimulatedHttpsClient* web = nullptr;
+    RecordingUrlOpener* opener = nullptr;
     SimulatedSingleInstance* singleInstance = nullptr;
     SimulatedStatusItem* statusItem = nullptr;
     SimulatedHotKeyService* keyboard = nullptr;

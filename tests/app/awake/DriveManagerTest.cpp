@@ -79,6 +79,14 @@ TEST_F(DriveManagerTest, StopsWithTheLastDriveRemoved) {
     EXPECT_EQ(machine.storedDrives(), "[]");
 }
 
+TEST_F(DriveManagerTest, RemovesEveryDriveOfAPath) {
+    machine.openWith({backup, DriveItem{.path = backup.path, .name = "Another name"}, films});
+    ASSERT_EQ(manager().drives().size(), 3);
+    manager().remove(backup);
+    EXPECT_EQ(manager().drives(), QList<DriveItem>{films});
+    EXPECT_EQ(machine.touchesIn(60s), 1U);
+}
+
 TEST_F(DriveManagerTest, EndsItsTouchesWithItself) {
     machine.openWith({backup});
     machine.manager.reset();

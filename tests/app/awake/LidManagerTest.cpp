@@ -135,12 +135,19 @@ TEST_F(LidManagerTest, OpensAConnectionToAHelperThatWasLost) {
 }
 
 TEST_F(LidManagerTest, IsSwitchedOnAndOffThroughAConnectionThatWasLost) {
-    machine.host.failCallsWith("gone");
-    machine.advance(1s);
-    ASSERT_EQ(machine.host.connectionCount(), 0U);
-    machine.host.failCallsWith("");
+    const auto loseConnection = [this] {
+        machine.host.failCallsWith("gone");
+        machine.advance(1s);
+        ASSERT_EQ(machine.host.connectionCount(), 0U);
+        machine.host.failCallsWith("");
+    };
+    loseConnection();
     machine.switchOn();
     EXPECT_TRUE(machine.isSleepDisabled());
+    loseConnection();
+    ASSERT_TRUE(machine.isSleepDisabled());
+    machine.switchOff();
+    EXPECT_FALSE(machine.isSleepDisabled());
 }
 
 TEST_F(LidManagerTest, WithdrawsOnlyItsOwnRequestForCooling) {

@@ -93,6 +93,21 @@ TEST_F(FanMode, LeavesACoolMachineToItsFirmwareInAutomatic) {
     EXPECT_FALSE(machine.helper.mac.isAnyFanForced());
 }
 
+/// A boost without a time is one, too: an automation's, which is above the user's.
+TEST_F(FanMode, EndsABoostWithoutATimeOnTheWayToAutomatic) {
+    openAt(50, "manual");
+    switchOn();
+    fan().requestCooling(CoolingProfile::Kind::silent, "apps");
+    machine.settle();
+    ASSERT_EQ(machine.takeRequests(), Texts{"floor 100"});
+    ASSERT_EQ(fan().boostExpiresAt(), std::nullopt);
+    ASSERT_TRUE(machine.helper.mac.isAnyFanForced());
+    fan().setCoolingMode(CoolingMode::automatic);
+    machine.settle();
+    EXPECT_EQ(machine.takeRequests(), Texts{"stop"});
+    EXPECT_FALSE(machine.helper.mac.isAnyFanForced());
+}
+
 TEST_F(FanMode, EndsABoostThatHasItsTimeButNoRecordKnowsOfOnTheWayToAutomatic) {
     openAt(50, "manual");
     fan().setBoostDuration(60);
