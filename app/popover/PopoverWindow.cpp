@@ -61,6 +61,9 @@ void closePopups(const QQuickItem& content) {
 PopoverWindow::PopoverWindow(QQmlEngine& engine, SerialQueue& mainLoop)
     : QQuickView(&engine, nullptr), mainLoop_(mainLoop) {
     setFlags(popoverFlags());
+    // Qt's Cocoa plugin hides tool windows, which would still count as shown, while the application is not
+    // the active one.
+    setProperty("_q_macAlwaysShowToolWindow", true);
     setColor(Qt::transparent);
     setResizeMode(QQuickView::SizeRootObjectToView);
     setTitle(QCoreApplication::applicationName());

@@ -24,8 +24,19 @@ constexpr std::size_t longestIdentifier = 1024;
 
 using ApplicationsByIdentifier = std::map<std::string, InstalledApplication>;
 
+/// What the bundle says of itself; "" where it says nothing.
+std::string ownNameOf(NSBundle* bundle) {
+    for (NSString* key in @[ @"CFBundleDisplayName", @"CFBundleName" ]) {
+        id name = [bundle objectForInfoDictionaryKey:key];
+        if ([name isKindOfClass:[NSString class]] && [name length] > 0) {
+            return oneLine(textOf(name));
+        }
+    }
+    return "";
+}
+
 /// As the Finder shows it, but never with the extension, which users may have it show.
-std::string nameOf(NSString* path) {
+std::string fileNameOf(NSString* path) {
     NSString* name = [NSFileManager.defaultManager displayNameAtPath:path];
     return oneLine(textOf([name hasSuffix:@".app"] ? name.stringByDeletingPathExtension : name));
 }
@@ -43,7 +54,8 @@ std::string iconOf(NSBundle* bundle) {
 void addBundle(NSString* path, ApplicationsByIdentifier& found) {
     NSBundle* bundle = [NSBundle bundleWithPath:path];
     const std::string identifier = textOf(bundle.bundleIdentifier);
-    const std::string name = nameOf(path);
+    const std::string ownName = ownNameOf(bundle);
+    const std::string name = ownName.empty() ? fileNameOf(path) : ownName;
     const bool isFit = !identifier.empty() && identifier.size() <= longestIdentifier && !name.empty() &&
                        identifier != applicationIdentifier && found.size() < mostApplications;
     if (isFit) {

@@ -60,6 +60,18 @@ TEST_F(MacInstalledApplicationsTest, AreTheBundlesOfAllFolders) {
                                      InstalledApplication{"org.example.transfer", "Überweisung", ""}));
 }
 
+TEST_F(MacInstalledApplicationsTest, AreNamedAsTheyNameThemselvesOrElseAsTheirFile) {
+    install("first/Studio Draw 2026.app", {.identifier = "a", .displayName = "Draw\n2026", .name = "Draw"});
+    install("first/Studio Code.app", {.identifier = "b", .name = "Code"});
+    install("first/Blank.app", {.identifier = "c", .displayName = "", .name = ""});
+    install("first/Number.app",
+            {.identifier = "d", .displayName = "1", .name = "Numbered", .isDisplayNameText = false});
+    EXPECT_THAT(list(), UnorderedElementsAre(InstalledApplication{"a", "Draw 2026", ""},
+                                             InstalledApplication{"b", "Code", ""},
+                                             InstalledApplication{"c", "Blank", ""},
+                                             InstalledApplication{"d", "Numbered", ""}));
+}
+
 TEST_F(MacInstalledApplicationsTest, AreFoundAsFarDownAsMakersPutThem) {
     install("first/Utilities/Console.app", {.identifier = "org.example.console"});
     install("first/Maker/Suite/Draw.app", {.identifier = "org.example.draw"});

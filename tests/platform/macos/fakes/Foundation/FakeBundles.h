@@ -17,6 +17,10 @@ public:
         std::optional<std::string> iconFile = std::nullopt;
         /// False: it is a number.
         bool isIconFileText = true;
+        std::optional<std::string> displayName = std::nullopt;
+        std::optional<std::string> name = std::nullopt;
+        /// False: the display name is a number.
+        bool isDisplayNameText = true;
     };
 
     /// `mainPath` is where the program runs; with an identifier it is the application's bundle.

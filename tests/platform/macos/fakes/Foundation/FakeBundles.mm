@@ -76,10 +76,13 @@ using CurrentBundles = corvane::Current<corvane::FakeBundles>;
 }
 
 - (id)objectForInfoDictionaryKey:(NSString*)key {
-    if (![key isEqualToString:@"CFBundleIconFile"] || !_info.iconFile) {
-        return nil;
+    if ([key isEqualToString:@"CFBundleIconFile"] && _info.iconFile) {
+        return _info.isIconFileText ? corvane::stringOf(*_info.iconFile) : @1;
     }
-    return _info.isIconFileText ? corvane::stringOf(*_info.iconFile) : @1;
+    if ([key isEqualToString:@"CFBundleDisplayName"] && _info.displayName) {
+        return _info.isDisplayNameText ? corvane::stringOf(*_info.displayName) : @1;
+    }
+    return [key isEqualToString:@"CFBundleName"] ? corvane::objectOf(_info.name) : nil;
 }
 
 @end
