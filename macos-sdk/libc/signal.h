@@ -15,6 +15,7 @@
 #define SIGALRM 14
 #define SIGTERM 15
 #define SIGCHLD 20
+#define SIGXFSZ 25
 #define SIGUSR1 30
 #define SIGUSR2 31
 

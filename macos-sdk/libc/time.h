@@ -54,6 +54,8 @@ struct tm* gmtime_r(const time_t* __restrict, struct tm* __restrict);
 struct tm* localtime(const time_t*);
 struct tm* localtime_r(const time_t* __restrict, struct tm* __restrict);
 size_t strftime(char* __restrict, size_t, const char* __restrict, const struct tm* __restrict);
+char* strptime(const char* __restrict, const char* __restrict, struct tm* __restrict);
+void tzset(void);
 int nanosleep(const struct timespec*, struct timespec*);
 int clock_gettime(clockid_t, struct timespec*);
 uint64_t clock_gettime_nsec_np(clockid_t);

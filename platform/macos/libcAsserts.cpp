@@ -12,6 +12,7 @@
 #include <poll.h>
 #include <pthread.h>
 #include <spawn.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/types.h>
 #include <unistd.h>
@@ -38,6 +39,7 @@ static_assert(sizeof(posix_spawnattr_t) == sizeof(void*));
 static_assert(sizeof(struct timespec) == 16);
 static_assert(sizeof(struct sigaction) == 16);
 static_assert(sizeof(struct pollfd) == 8);
+static_assert(sizeof(struct rlimit) == 16);
 
 static_assert(sizeof(struct stat) == 144);
 static_assert(offsetof(struct stat, st_mode) == 4);
@@ -55,6 +57,7 @@ static_assert(SIGHUP == 1 && SIGINT == 2 && SIGKILL == 9 && SIGTERM == 15 && SIG
 static_assert(SIG_BLOCK == 1 && SIG_UNBLOCK == 2 && SIG_SETMASK == 3);
 static_assert(POSIX_SPAWN_SETSIGDEF == 0x4 && POSIX_SPAWN_SETSIGMASK == 0x8 &&
               POSIX_SPAWN_CLOEXEC_DEFAULT == 0x4000);
+static_assert(RLIMIT_FSIZE == 1 && SIGXFSZ == 25);
 static_assert(POLLIN == 0x1 && POLLHUP == 0x10);
 static_assert(RTLD_NOW == 0x2 && RTLD_LOCAL == 0x4);
 static_assert(CLOCK_REALTIME == 0 && CLOCK_MONOTONIC == 6 && CLOCK_UPTIME_RAW == 8);

@@ -4,7 +4,7 @@ set -euo pipefail
 source=$1
 build=$2
 
-for file in corvane libcorvane-app.dylib Info.plist; do
+for file in corvane libcorvane-app.dylib packaging/macos/Info.plist; do
     if [[ ! -f $build/$file ]]; then
         echo "skipped: there is no $build/$file"
         exit 77
@@ -13,7 +13,7 @@ done
 
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
-cp "$build"/{corvane,libcorvane-app.dylib,Info.plist} "$work/"
+(cd "$build" && cp --parents corvane libcorvane-app.dylib packaging/macos/Info.plist "$work/")
 "$source/scripts/bundle-mac" "$work"
 
 # A 64-bit Mach-O file for arm64 of a kind: 2 is a program, 8 what a program loads.

@@ -38,7 +38,8 @@ class Bundle(unittest.TestCase):
         self.stand_ins.mkdir()
         (self.build / "corvane").write_bytes(b"the program")
         (self.build / "libcorvane-app.dylib").write_bytes(b"the module")
-        shutil.copy(INFO, self.build / "Info.plist")
+        (self.build / "packaging/macos").mkdir(parents=True)
+        shutil.copy(INFO, self.build / "packaging/macos/Info.plist")
         self.app = self.build / "Corvane.app"
 
     def make(self, **environment):
@@ -77,7 +78,7 @@ class Bundle(unittest.TestCase):
         ])
         self.assertEqual((self.app / "Contents/PkgInfo").read_bytes(), b"APPL????")
         self.assertEqual(sorted(file.name for file in self.build.iterdir()),
-                         ["Corvane.app", "Info.plist", "corvane", "libcorvane-app.dylib"], "nothing is left over")
+                         ["Corvane.app", "corvane", "libcorvane-app.dylib", "packaging"], "nothing is left over")
 
     def test_brings_the_helper_which_is_the_same_program(self):
         self.make()
@@ -93,6 +94,7 @@ class Bundle(unittest.TestCase):
         self.assertEqual(info["CFBundlePackageType"], "APPL")
         self.assertEqual(info["LSMinimumSystemVersion"], "13.0")
         self.assertIs(info["LSUIElement"], True)
+        self.assertIn("drives", info["NSRemovableVolumesUsageDescription"], "without it no drive could be read")
         self.assertEqual(info["CFBundleLocalizations"], ["de", "en"])
         self.assertTrue((self.app / "Contents/MacOS" / info["CFBundleExecutable"]).is_file())
         for language in info["CFBundleLocalizations"]:
@@ -127,7 +129,7 @@ class Bundle(unittest.TestCase):
         self.assertEqual((self.app / "Contents/MacOS/corvane").read_bytes(), b"a newer program")
 
     def test_says_what_is_not_built(self):
-        for name in ("corvane", "libcorvane-app.dylib", "Info.plist"):
+        for name in ("corvane", "libcorvane-app.dylib", "packaging/macos/Info.plist"):
             with self.subTest(name):
                 content = (self.build / name).read_bytes()
                 (self.build / name).unlink()

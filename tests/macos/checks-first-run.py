@@ -45,7 +45,7 @@ case "$1" in
     grep -qx "$target" "$MAC/failing" 2>/dev/null && { echo "error: no such thing"; exit 2; }
     case "$target" in
     corvane) cp "$MAC/corvane" "$2/corvane" ;;
-    corvane-app) touch "$2/libcorvane-app.dylib" "$2/Info.plist" ;;
+    corvane-app) mkdir -p "$2/packaging/macos"; touch "$2/libcorvane-app.dylib" "$2/packaging/macos/Info.plist" ;;
     corvane-sdk-asserts) ;;
     xpc-probe) mkdir -p "$2/tests/macos"; cp "$MAC/program" "$2/tests/macos/xpc-probe" ;;
     *) mkdir -p "$2/tests/x"; cp "$MAC/program" "$2/tests/x/$target" ;;
@@ -83,6 +83,8 @@ class FirstRun(unittest.TestCase):
         for script in ("first-run-on-mac", "bundle-mac"):
             shutil.copy(SOURCE / "scripts" / script, self.source / "scripts" / script)
         shutil.copytree(SOURCE / "packaging/macos", self.source / "packaging/macos")
+        (self.source / "tests").mkdir()
+        shutil.copy(SOURCE / "tests/portable-tests", self.source / "tests/portable-tests")
         self.mac = self.folder / "mac"
         for name, text in STAND_INS.items():
             write_program(self.mac / "bin" / name, text)
@@ -125,6 +127,11 @@ class FirstRun(unittest.TestCase):
         self.assertEqual(result.returncode, 0, result.stdout + result.stderr)
         self.assertEqual(self.results(), {step: "ok" for step in STEPS})
         self.assertIn("The report: build/mac/first-run-report.txt", result.stdout)
+
+    def test_takes_no_tests_for_a_failure(self):
+        (self.source / "tests/portable-tests").unlink()
+        self.run_first()
+        self.assertEqual(self.results(), {step: "ok" for step in STEPS} | {"portable tests": "failed (1)"})
 
     def test_builds_for_the_oldest_mac_with_what_homebrew_has(self):
         self.run_first()

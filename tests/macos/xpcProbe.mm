@@ -4,15 +4,22 @@
 
 #include <atomic>
 #include <chrono>
+#include <cstdint>
 #include <cstdio>
 #include <future>
 #include <memory>
+#include <optional>
 #include <string>
+#include <vector>
 
 #import <Foundation/Foundation.h>
+#include <fmt/format.h>
+#include <fmt/ranges.h>
 
+#include "platform/StatusRecord.h"
 #include "platform/macos/FanHelperXpc.h"
 #include "platform/macos/NSStringText.h"
+#include "platform/macos/StatusDictionary.h"
 
 /// Answers as the helper does, with a record of all that a status is made of.
 @interface ProbedHelper : NSObject <FanHelperProtocol>
@@ -26,15 +33,22 @@
 
 - (void)getStatusWithReply:(void (^)(NSDictionary<NSString*, id>*))reply {
     NSDictionary* const fan = @{@"index" : @0, @"currentRPM" : @2317.5};
-    reply(@{@"isBoosted" : @YES, @"tempSensorCount" : @12, @"cpuTemp" : @64.5, @"fans" : @[ fan ]});
+    reply(@{
+        @"isBoosted" : @YES,
+        @"lidStayAwake" : @NO,
+        @"tempSensorCount" : @1,
+        @"cpuTemp" : @64.5,
+        @"floorPercent" : @60.0,
+        @"fans" : @[ fan ]
+    });
 }
 
 - (void)setFanFloorWithPercent:(double)percent withReply:(void (^)(BOOL, NSString*))reply {
     reply(YES, [NSString stringWithFormat:@"%.2f", percent]);
 }
 
+/// Answers never.
 - (void)stopBoostWithReply:(void (^)(BOOL, NSString*))reply {
-    reply(NO, @"");
 }
 
 - (void)setLidStayAwake:(BOOL)on withReply:(void (^)(BOOL, NSString*))reply {
@@ -59,6 +73,7 @@
 
 namespace {
 
+using corvane::StatusRecord;
 using corvane::textOf;
 
 constexpr std::chrono::seconds patience{5};
@@ -101,15 +116,32 @@ std::string outcomeOf(NSXPCConnection* connection, Call call) {
     return outcome->wait();
 }
 
-std::string describe(id number) {
-    return [number isKindOfClass:[NSNumber class]] ? textOf([number stringValue]) : "no number";
+/// With its type, by which alone the product knows a Boolean from a 1 and a whole real from an integer.
+std::string describe(const StatusRecord& record, const char* key) {
+    if (const bool* truth = record.get<bool>(key)) {
+        return *truth ? "yes" : "no";
+    }
+    if (const auto* integer = record.get<std::int32_t>(key)) {
+        return fmt::format("integer {}", *integer);
+    }
+    const auto* real = record.get<double>(key);
+    return real != nullptr ? fmt::format("real {}", *real) : "of no known type";
 }
 
-std::string describeStatus(NSDictionary<NSString*, id>* status) {
-    NSArray* const fans = status[@"fans"];
-    NSDictionary* const fan = [fans isKindOfClass:[NSArray class]] && fans.count == 1 ? fans[0] : nil;
-    return describe(status[@"isBoosted"]) + " " + describe(status[@"tempSensorCount"]) + " " +
-           describe(status[@"cpuTemp"]) + " " + describe(fan[@"index"]) + " " + describe(fan[@"currentRPM"]);
+std::string describeStatus(NSDictionary<NSString*, id>* dictionary) {
+    const std::optional<StatusRecord> status = corvane::recordOf(dictionary);
+    const auto* fans = status ? status->get<std::vector<StatusRecord>>("fans") : nullptr;
+    if (fans == nullptr || fans->size() != 1) {
+        return "no status of one fan";
+    }
+    std::vector<std::string> values;
+    for (const char* key : {"isBoosted", "lidStayAwake", "tempSensorCount", "cpuTemp", "floorPercent"}) {
+        values.push_back(describe(*status, key));
+    }
+    for (const char* key : {"index", "currentRPM"}) {
+        values.push_back(describe(fans->front(), key));
+    }
+    return fmt::format("{}", fmt::join(values, ", "));
 }
 
 void probeCalls(NSXPCConnection* connection) {
@@ -118,7 +150,7 @@ void probeCalls(NSXPCConnection* connection) {
                    outcome->set((ok ? "yes " : "no ") + textOf(text));
                  }];
                }));
-    expectSame("status", "1 12 64.5 0 2317.5",
+    expectSame("status", "yes, no, integer 1, real 64.5, real 60, integer 0, real 2317.5",
                outcomeOf(connection, ^(id<FanHelperProtocol> helper, Answer outcome) {
                  [helper getStatusWithReply:^(NSDictionary<NSString*, id>* status) {
                    outcome->set(describeStatus(status));
@@ -135,6 +167,12 @@ void probeCalls(NSXPCConnection* connection) {
                                withReply:^(BOOL ok, NSString* text) {
                                  outcome->set((ok ? "yes " : "no ") + textOf(text));
                                }];
+               }));
+    expectSame("call that is not answered", "error " + std::to_string(NSXPCConnectionReplyInvalid),
+               outcomeOf(connection, ^(id<FanHelperProtocol> helper, Answer outcome) {
+                 [helper stopBoostWithReply:^(BOOL, NSString*) {
+                   outcome->set("an answer");
+                 }];
                }));
 }
 

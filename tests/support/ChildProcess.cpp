@@ -28,10 +28,17 @@ std::vector<char*> pointersTo(std::vector<std::string>& texts) {
     return pointers;
 }
 
-/// The end to read and the end to write; -1 each when there is none to be had.
+/// The end to read and the end to write; -1 each when there is none to be had. A Mac cannot close them on
+/// exec from the first moment on.
 std::array<int, 2> makePipe() {
     std::array<int, 2> ends{-1, -1};
-    return pipe2(ends.data(), O_CLOEXEC) == 0 ? ends : std::array<int, 2>{-1, -1};
+    if (pipe(ends.data()) != 0) {
+        return {-1, -1};
+    }
+    for (const int end : ends) {
+        fcntl(end, F_SETFD, FD_CLOEXEC);
+    }
+    return ends;
 }
 
 }  // namespace

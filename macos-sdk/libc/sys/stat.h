@@ -58,5 +58,6 @@ int fstat(int, struct stat*);
 int chmod(const char*, mode_t);
 int fchmod(int, mode_t);
 int mkdir(const char*, mode_t);
+int mkfifo(const char*, mode_t);
 mode_t umask(mode_t);
 __END_DECLS

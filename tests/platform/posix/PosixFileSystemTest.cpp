@@ -32,7 +32,7 @@ public:
 
 private:
     rlimit former_{};
-    sighandler_t handler_;
+    void (*handler_)(int);
 };
 
 class PosixFileSystemTest : public testing::Test {

@@ -1,0 +1,17 @@
+# GoogleTest as this machine has it, for tests that are compiled and never linked. Its headers alone, without what else is
+# beside them; and without regular expressions, which macos-sdk declares none of.
+set(corvane_googletest ${CMAKE_BINARY_DIR}/googletest)
+file(MAKE_DIRECTORY ${corvane_googletest})
+foreach(part gtest gmock)
+    if(NOT EXISTS /usr/include/${part}/${part}.h)
+        message(FATAL_ERROR "There is no /usr/include/${part}: install the packages with scripts/lib/install-packages test")
+    endif()
+    file(CREATE_LINK /usr/include/${part} ${corvane_googletest}/${part} SYMBOLIC)
+endforeach()
+if(NOT TARGET GTest::gmock)
+    add_library(GTest::gmock INTERFACE IMPORTED GLOBAL)
+    target_include_directories(GTest::gmock INTERFACE ${corvane_googletest})
+    target_compile_definitions(GTest::gmock INTERFACE GTEST_HAS_POSIX_RE=0)
+    add_library(GTest::gtest_main INTERFACE IMPORTED GLOBAL)
+endif()
+set(GTest_FOUND ON)
