@@ -11,7 +11,6 @@ namespace {
 
 constexpr std::array<std::string_view, 3> sensors{"Te05", "Tg0f", "Tp09"};
 constexpr std::array<std::string_view, 2> modeKeys{"F0Md", "F1Md"};
-constexpr std::array<std::string_view, 4> limitKeys{"F0Mn", "F0Mx", "F1Mn", "F1Mx"};
 
 MacModel campaignMac() {
     MacModel model = twoFanMac();
@@ -89,9 +88,6 @@ private:
     void changeFaults() {
         if (oneIn(2)) {
             machine_.mac.clearFaults();
-            for (const std::string_view limit : limitKeys) {
-                machine_.mac.releaseSensor(limit);
-            }
             isReadable_.fill(true);
             isFanBroken_ = false;
         } else if (oneIn(2)) {
@@ -107,7 +103,7 @@ private:
         isFanBroken_ = true;
         mayBeUnheld_ = true;
         const std::string_view mode = modeKeys.at(pick(modeKeys.size()));
-        switch (pick(6)) {
+        switch (pick(5)) {
             case 0:
                 machine_.mac.setFault(mode, KeyFault::neverAutomatic(1));
                 break;
@@ -119,9 +115,6 @@ private:
                 break;
             case 3:
                 machine_.mac.setFault("F1Tg", KeyFault::writeRefused());
-                break;
-            case 4:
-                machine_.mac.holdSensor(limitKeys.at(pick(limitKeys.size())), oneIn(2) ? 1e30F : -1.0F);
                 break;
             default:
                 machine_.mac.setFault("Ftst", KeyFault::writeRefused());

@@ -1,11 +1,8 @@
 #pragma once
 
-#include <memory>
-
 #include <asio/io_context.hpp>
-#include <asio/steady_timer.hpp>
 
-#include "platform/Lifetime.h"
+#include "platform/linux/desktop/LastingLink.h"
 #include "platform/linux/desktop/UserBus.h"
 #include "platform/linux/desktop/UserManagerLink.h"
 
@@ -16,23 +13,14 @@ namespace corvane {
 class ApplicationUnits {
 public:
     /// `publish` is that of `UserManagerLink`. Not before `start`.
-    ApplicationUnits(asio::io_context& context, UserBus bus, UserManagerPatience patience,
-                     UserManagerLink::Publish publish);
+    ApplicationUnits(asio::io_context& context, const UserBus& bus, UserManagerPatience patience,
+                     const UserManagerLink::Publish& publish);
 
-    /// Connects, and waits for the bus in doing so; tries again later when there is none. Called once
-    /// from outside.
-    void start();
+    /// Connects, and waits for the bus in doing so; tries again later when there is none. Called once.
+    void start() { link_.start(); }
 
 private:
-    void startLater();
-
-    asio::io_context& context_;
-    UserBus bus_;
-    UserManagerPatience patience_;
-    UserManagerLink::Publish publish_;
-    Lifetime lifetime_;
-    asio::steady_timer retry_;
-    std::unique_ptr<UserManagerLink> link_;
+    LastingLink<UserManagerLink> link_;
 };
 
 }  // namespace corvane

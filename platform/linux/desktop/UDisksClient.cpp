@@ -1,107 +1,19 @@
 #include "platform/linux/desktop/UDisksClient.h"
 
+#include <functional>
+#include <memory>
+#include <optional>
 #include <utility>
-
-#include <fmt/format.h>
-
-#include "platform/linux/BusNameWatch.h"
 
 namespace corvane {
 
 UDisksClient::UDisksClient(asio::io_context& context, UDisksPatience patience,
-                           std::function<void(std::optional<Volumes>)> publish)
-    : context_(context), patience_(patience), publish_(std::move(publish)), timer_(context) {}
-
-void UDisksClient::start() {
-    try {
-        connection_ = sdbus::createSystemBusConnection();
-        subscribe();
-        manager_ = sdbus::createProxy(*connection_, UDisks::busName, UDisks::objectPath);
-    } catch (const sdbus::Error&) {
-        forget();
-        return;
-    }
-    pump_.emplace(context_, *connection_, [this](const std::string&) { forget(); });
-    pump_->process();
-    refresh();
-}
-
-void UDisksClient::subscribe() {
-    for (const char* interface : {UDisks::objectManager, "org.freedesktop.DBus.Properties"}) {
-        subscriptions_.push_back(connection_->addMatch(
-            fmt::format("type='signal',sender='{}',interface='{}'", UDisks::busName, interface),
-            [this](sdbus::Message& /*signal*/) { refresh(); }));
-    }
-    subscriptions_.push_back(watchBusName(
-        *connection_, UDisks::busName, [this](const OwnerChange& change) { changeOwner(change.current); }));
-}
-
-void UDisksClient::changeOwner(const std::string& owner) {
-    forget();
-    if (!owner.empty()) {
-        refresh();
-    }
-}
-
-void UDisksClient::refresh() {
-    isOutdated_ = isAsking_;
-    if (!isAsking_) {
-        isAsking_ = true;
-        giveUpAfter(patience_.answer);
-        pump_->send([this] { ask(); });
-    }
-}
-
-void UDisksClient::ask() {
-    const auto call = manager_->createMethodCall(UDisks::objectManager, "GetManagedObjects");
-    question_ = manager_->callMethod(
-        call, [this](sdbus::MethodReply& reply, const sdbus::Error* error) { answered(reply, error); });
-}
-
-void UDisksClient::answered(sdbus::MethodReply& reply, const sdbus::Error* error) {
-    isAsking_ = false;
-    timer_.cancel();
-    std::optional<Volumes> volumes;
-    try {
-        if (error == nullptr) {
-            volumes = volumesOf(readUDisksObjects(reply));
-        }
-    } catch (const sdbus::Error&) {
-        // Nonsense: nothing is known.
-    }
-    publish_(std::move(volumes));
-    if (isOutdated_) {
-        refresh();
-    } else {
-        refreshAfter(patience_.news);
-    }
-}
-
-void UDisksClient::refreshAfter(std::chrono::milliseconds time) {
-    timer_.expires_after(time);
-    timer_.async_wait(lifetime_.bound([this](const std::error_code& error) {
-        if (!error) {
-            refresh();
-        }
-    }));
-}
-
-void UDisksClient::giveUpAfter(std::chrono::milliseconds time) {
-    timer_.expires_after(time);
-    timer_.async_wait(lifetime_.bound([this](const std::error_code& error) {
-        if (!error) {
-            forget();
-            refreshAfter(patience_.news);
-        }
-    }));
-}
-
-void UDisksClient::forget() {
-    timer_.cancel();
-    question_.cancel();
-    isAsking_ = false;
-    isOutdated_ = false;
-    publish_(std::nullopt);
-}
+                           const UDisksLink::Publish& publish)
+    : link_(
+          context, patience.retry,
+          [&context, patience, publish](std::function<void()> onLost) {
+              return std::make_unique<UDisksLink>(context, patience, publish, std::move(onLost));
+          },
+          [publish] { publish(std::nullopt); }) {}
 
 }  // namespace corvane

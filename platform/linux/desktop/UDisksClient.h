@@ -1,74 +1,26 @@
 #pragma once
 
-#include <chrono>
-#include <functional>
-#include <memory>
-#include <optional>
-#include <string>
-#include <vector>
-
 #include <asio/io_context.hpp>
-#include <asio/steady_timer.hpp>
-#include <sdbus-c++/sdbus-c++.h>
 
-#include "platform/Lifetime.h"
-#include "platform/linux/BusPump.h"
-#include "platform/linux/desktop/UDisksObjects.h"
+#include "platform/linux/desktop/LastingLink.h"
+#include "platform/linux/desktop/UDisksLink.h"
 
 namespace corvane {
 
-/// How long UDisks is waited for. Tests have less time.
-struct UDisksPatience {
-    /// For its answer.
-    std::chrono::milliseconds answer = std::chrono::seconds(5);
-    /// For news, before it is asked without: a UDisks that hangs, or hung when it was asked, has none.
-    std::chrono::milliseconds news = std::chrono::minutes(5);
-};
-
-/// Follows UDisks on the system bus. Belongs to the thread that runs `context`.
-///
-/// Drives come and go some times a day, and there are few: whatever changes, everything is read again, one
-/// reading at a time. So what is known never is a mixture, nor does it drift.
+/// What UDisks tells, also when the system bus goes away and comes back. Belongs to the thread that runs
+/// `context`.
 class UDisksClient {
 public:
-    using Volumes = std::vector<Volume>;
+    using Volumes = UDisksLink::Volumes;
 
-    /// `publish` runs with what is mounted each time it was read, and with none when that is no longer known:
-    /// UDisks is gone, hangs or answered nonsense. Not before `start`.
-    UDisksClient(asio::io_context& context, UDisksPatience patience,
-                 std::function<void(std::optional<Volumes>)> publish);
-    UDisksClient(const UDisksClient&) = delete;
-    UDisksClient& operator=(const UDisksClient&) = delete;
-    ~UDisksClient() = default;
+    /// `publish` is that of `UDisksLink`, and also runs with none when there is no bus. Not before `start`.
+    UDisksClient(asio::io_context& context, UDisksPatience patience, const UDisksLink::Publish& publish);
 
-    /// Connects and asks, which starts a UDisks that waits to be asked. Waits for the bus. Without a bus, or
-    /// once it has gone away, nothing is known for good. Called once.
-    void start();
+    /// Connects, and waits for the bus in doing so; tries again later when there is none. Called once.
+    void start() { link_.start(); }
 
 private:
-    void subscribe();
-    void changeOwner(const std::string& owner);
-    void refresh();
-    void ask();
-    void answered(sdbus::MethodReply& reply, const sdbus::Error* error);
-    void refreshAfter(std::chrono::milliseconds time);
-    void giveUpAfter(std::chrono::milliseconds time);
-    void forget();
-
-    asio::io_context& context_;
-    Lifetime lifetime_;
-    UDisksPatience patience_;
-    std::function<void(std::optional<Volumes>)> publish_;
-    std::unique_ptr<sdbus::IConnection> connection_;
-    std::vector<sdbus::Slot> subscriptions_;
-    std::unique_ptr<sdbus::IProxy> manager_;
-    sdbus::PendingAsyncCall question_;
-    bool isAsking_ = false;
-    /// Something changed since it was asked.
-    bool isOutdated_ = false;
-    /// For the answer while it is asked, else for news.
-    asio::steady_timer timer_;
-    std::optional<BusPump> pump_;
+    LastingLink<UDisksLink> link_;
 };
 
 }  // namespace corvane

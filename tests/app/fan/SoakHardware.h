@@ -3,7 +3,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <limits>
 #include <string>
 
 #include <fmt/format.h>
@@ -43,17 +42,6 @@ public:
         const std::string key = anyFanKey(faults.at(fault).kind == KeyFault::Kind::neverAutomatic);
         world_.story.tell("{} broken, kind {}", key, fault);
         mac().setFault(key, faults.at(fault));
-        faultsEnd_ = world_.now() + dice().seconds(60);
-        world_.oracle.breakFans();
-    }
-    /// A fan whose fastest or slowest speed is shown as nonsense.
-    void breakLimits() {
-        constexpr std::array<float, 4> nonsense{-1.0F, 0.25F, 1e30F, std::numeric_limits<float>::quiet_NaN()};
-        const std::string key =
-            fmt::format("F{}{}", dice().pick(mac().model().fans.size()), dice().oneIn(2) ? "Mn" : "Mx");
-        const float rpm = nonsense.at(dice().pick(nonsense.size()));
-        world_.story.tell("{} shows {}", key, rpm);
-        mac().holdSensor(key, rpm);
         faultsEnd_ = world_.now() + dice().seconds(60);
         world_.oracle.breakFans();
     }
@@ -98,7 +86,6 @@ private:
     }
     void endFaults() {
         mac().clearFaults();
-        mac().releaseSensor("F*");
         world_.oracle.areSensorsBroken = false;
         world_.oracle.mendFans();
     }

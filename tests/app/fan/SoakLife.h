@@ -104,7 +104,7 @@ private:
 
     void doSomething() {
         // What people do comes more than once.
-        static constexpr std::array<Deed, 30> choices{
+        static constexpr std::array<Deed, 29> choices{
             &SoakWishes::turnSwitch,      &SoakWishes::turnSwitch,    &SoakWishes::turnSwitch,
             &SoakWishes::moveSlider,      &SoakWishes::moveSlider,    &SoakWishes::changeMode,
             &SoakWishes::changeMode,      &SoakWishes::changeProfile, &SoakWishes::changeLength,
@@ -114,7 +114,7 @@ private:
             &SoakTransport::meddle,       &SoakTransport::killHelper, &SoakTransport::hangHelper,
             &SoakTransport::letCallsFail, &SoakTransport::garble,     &SoakHardware::breakSensors,
             &SoakHardware::holdSensors,   &SoakLife::suspend,         &SoakLife::update,
-            &SoakHardware::breakFans,     &SoakHardware::breakFans,   &SoakHardware::breakLimits};
+            &SoakHardware::breakFans,     &SoakHardware::breakFans};
         std::visit([this](auto deed) { perform(deed); }, choices.at(dice().pick(choices.size())));
     }
     void perform(void (SoakWishes::*deed)()) { (wishes_.*deed)(); }

@@ -154,6 +154,25 @@ TEST_F(UDisksVolumesTest, ComeFromTheKernelWithoutABusAndWhenItHasGoneAway) {
     EXPECT_TRUE(becomes(fromKernel));
 }
 
+TEST_F(UDisksVolumesTest, ComeFromUDisksAgainWhenTheBusIsBack) {
+    const EnvironmentVariable place("DBUS_SYSTEM_BUS_ADDRESS", bus.place().c_str());
+    udisks->comeUp();
+    begin({.answer = testPatience, .news = testPatience, .retry = std::chrono::milliseconds(10)});
+    ASSERT_TRUE(becomes(fromUDisks));
+    for (int times = 0; times < 2; ++times) {
+        udisks.reset();
+        bus.end();
+        ASSERT_TRUE(becomes(fromKernel));
+        bus.startAgain();
+        ASSERT_EQ(bus.problem(), std::nullopt);
+        udisks.emplace(bus.address());
+        udisks->add("drives/usb", FakeUDisks::drive("usb"));
+        udisks->add("block_devices/sda1", FakeUDisks::block("drives/usb", "Holidays", {"/media/anna/Drive"}));
+        udisks->comeUp();
+        EXPECT_TRUE(becomes(fromUDisks));
+    }
+}
+
 TEST_F(UDisksVolumesTest, MayGoWhileUDisksIsAsked) {
     udisks->setHanging(true);
     udisks->comeUp();

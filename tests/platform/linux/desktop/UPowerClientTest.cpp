@@ -278,6 +278,38 @@ TEST_F(UPowerClientTest, KnowsNothingWhenTheBusHasGoneAway) {
     EXPECT_TRUE(becomes(std::nullopt));
 }
 
+TEST_F(UPowerClientTest, FindsUPowerAgainWhenTheBusIsBack) {
+    const EnvironmentVariable place("DBUS_SYSTEM_BUS_ADDRESS", bus.place().c_str());
+    upower->add("battery_BAT0", FakeUPower::battery());
+    upower->comeUp();
+    start({.retry = milliseconds(10)});
+    ASSERT_TRUE(becomes(Batteries{halfFull}));
+    for (int times = 0; times < 2; ++times) {
+        upower.reset();
+        bus.end();
+        ASSERT_TRUE(becomes(std::nullopt));
+        bus.startAgain();
+        ASSERT_EQ(bus.problem(), std::nullopt);
+        upower.emplace(bus.address());
+        upower->add("battery_BAT0", FakeUPower::battery());
+        upower->comeUp();
+        EXPECT_TRUE(becomes(Batteries{halfFull}));
+    }
+}
+
+TEST_F(UPowerClientTest, WaitsForABusThatIsNotThereYet) {
+    const EnvironmentVariable place("DBUS_SYSTEM_BUS_ADDRESS", bus.place().c_str());
+    upower.reset();
+    bus.end();
+    start({.retry = milliseconds(10)});
+    ASSERT_TRUE(becomes(std::nullopt));
+    bus.startAgain();
+    upower.emplace(bus.address());
+    upower->add("battery_BAT0", FakeUPower::battery());
+    upower->comeUp();
+    EXPECT_TRUE(becomes(Batteries{halfFull}));
+}
+
 TEST_F(UPowerClientTest, TellsNothingMoreOnceItIsGone) {
     upower->setHanging(true);
     upower->comeUp();
