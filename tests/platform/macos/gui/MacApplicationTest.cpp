@@ -14,6 +14,7 @@
 #include "app/shell/BuildInfo.h"
 #include "platform/HotKeyService.h"
 #include "platform/PowerAssertions.h"
+#include "platform/macos/AutoreleasePool.h"
 #include "platform/select/LaunchdAppPlatform.h"
 #include "platform/simulated/VirtualTime.h"
 #include "tests/app/application/RecordingViews.h"
@@ -31,6 +32,7 @@
 #include "tests/platform/macos/fakes/Foundation/FakeThermalState.h"
 #include "tests/platform/macos/fakes/Foundation/FakeUserDefaults.h"
 #include "tests/platform/macos/fakes/Foundation/FakeVolumes.h"
+#include "tests/platform/macos/fakes/Foundation/FakeWeb.h"
 #include "tests/platform/macos/fakes/Foundation/XPC/FakeXpc.h"
 #include "tests/platform/macos/fakes/IOKit/FakePowerManagement.h"
 #include "tests/platform/macos/fakes/IOKit/FakePowerSources.h"
@@ -93,11 +95,14 @@ protected:
     FakeThermalState heat;
     FakeUserDefaults stored;
     FakeVolumes volumes;
+    FakeWeb web;
     FakeXpc xpc;
     FakePowerManagement power;
     FakePowerSources sources;
     FakeLoginItems loginItems;
     FakeUserNotifications notifications;
+    /// What is autoreleased goes before the world does that it lives in.
+    AutoreleasePool pool;
 
     RecordingViews shown;
     std::optional<LaunchdAppPlatform> platform;
@@ -178,6 +183,16 @@ TEST_F(MacApplicationTest, ShowsItsSettingsAsARegularApplication) {
     settle();
     EXPECT_NE(shown.settingsWindow, nullptr);
     EXPECT_EQ(appKit.presence(), FakeApplication::Presence::regular);
+}
+
+TEST_F(MacApplicationTest, OffersTheNewerVersionThatItsFeedTellsOf) {
+    if (*BuildInfo::updateFeed == '\0') {
+        GTEST_SKIP() << "built without a feed";
+    }
+    web.set(BuildInfo::updateFeed, {.body = {R"({"shortVersion":"999.0"})"}});
+    start();
+    EXPECT_THAT(web.asked(), ElementsAre(BuildInfo::updateFeed));
+    EXPECT_EQ(application->manager().updates().latestVersion(), "999.0");
 }
 
 /// Its assertions the system takes back with the process.
