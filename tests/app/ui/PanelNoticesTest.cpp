@@ -88,6 +88,7 @@ TEST_F(PanelNotices, ShowTheTemperatureOfTheGraphicsAlone) {
     status.set(StatusKey::gpuTemp, 70.0);
     machine.report([status] { return status; });
     open();
+    EXPECT_TRUE(isShown("gpuTemperature"));
     EXPECT_EQ(text("gpuTemperature"), "GPU 70°");
     for (const char* ofProcessor : {"temperature", "temperatureDot", "temperatureWord"}) {
         EXPECT_FALSE(isShown(ofProcessor)) << ofProcessor;

@@ -40,14 +40,19 @@ public:
         return hasCome;
     }
 
-    /// The last timer that was made is due.
-    void loseTrust() const { whenTrustIsLost_(); }
+    /// The last timer that was made is due. Fails the test when it is gone.
+    void loseTrust() const {
+        const auto work = whenTrustIsLost_.lock();
+        ASSERT_TRUE(work);
+        (*work)();
+    }
 
     void sync(const Work& /*work*/) override { std::abort(); }
     void syncAhead(const Work& /*work*/) override { std::abort(); }
     std::unique_ptr<Timer> after(Duration /*delay*/, Work work) override {
-        whenTrustIsLost_ = std::move(work);
-        return std::make_unique<Trust>();
+        auto timer = std::make_unique<Trust>(std::move(work));
+        whenTrustIsLost_ = timer->work;
+        return timer;
     }
     std::unique_ptr<Timer> at(WallTime /*time*/, Work /*work*/) override { std::abort(); }
     std::unique_ptr<Timer> every(Duration /*first*/, Duration /*period*/, Work /*work*/) override {
@@ -58,10 +63,14 @@ public:
     [[nodiscard]] WallTime wallTime() const override { std::abort(); }
 
 private:
-    class Trust final : public Timer {};
+    struct Trust final : Timer {
+        explicit Trust(Work whenLost) : work(std::make_shared<Work>(std::move(whenLost))) {}
+
+        const std::shared_ptr<Work> work;
+    };
 
     Notes<Work> waiting_;
-    Work whenTrustIsLost_;
+    std::weak_ptr<Work> whenTrustIsLost_;
 };
 
 /// Looks at processes that get stuck when they are told to. They may outlive the test.
