@@ -130,6 +130,7 @@ void AppDelegate::withdraw() {
     isWithdrawn_ = true;
     letGo();
     services_.popover.close();
+    services_.onboarding.close();
     updateIconSoon();
 }
 

@@ -69,8 +69,9 @@ public:
 
     void perform(Hotkeys::Action action);
 
-    /// The application was removed and is about to end: closes the panel for good, and does nothing any more
-    /// that is asked of the status item, whose menu is emptied, and of the hot keys.
+    /// The application was removed and is about to end: closes the panel for good and an open introduction,
+    /// and does nothing any more that is asked of the status item, whose menu is emptied, and of the hot
+    /// keys.
     void withdraw();
 
 private:

@@ -22,6 +22,12 @@ void OnboardingController::show() {
     showing_->window->bringToFront();
 }
 
+void OnboardingController::close() {
+    completedThisRun_ = false;
+    finishTimer_.reset();
+    showing_.reset();
+}
+
 void OnboardingController::retranslate() {
     if (showing_ != nullptr) {
         showing_->introduction.retranslate();

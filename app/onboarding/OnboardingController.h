@@ -52,6 +52,9 @@ public:
     /// Shows it from its first page, or brings it to the front if it is open.
     void show();
 
+    /// Takes an open introduction off the screen; nothing follows it. Not within its window's own calls.
+    void close();
+
     /// The language has changed: an open introduction follows.
     void retranslate();
 

@@ -173,12 +173,16 @@ TEST_F(MenuBarWindowsTest, RemoveTheApplicationAndEndItOnceTheUserHasReadTheFare
 TEST_F(MenuBarWindowsTest, LeaveNothingButTheFarewellToUseOnceTheApplicationIsRemoved) {
     startAgain();
     SettingsState& settings = openSettings();
+    settings.showIntroduction();
     settings.askToUninstall();
     settings.confirmUninstall();
     item().click();
     ASSERT_TRUE(shown.popover->isShown()) << "while the password is asked for";
+    ASSERT_NE(shown.introductionWindow, nullptr);
     answerPrompt(InstallResult::success());
     EXPECT_FALSE(shown.popover->isShown());
+    EXPECT_EQ(shown.introductionWindow, nullptr);
+    EXPECT_NE(shown.settingsWindow, nullptr);
     item().click();
     menuBar->openPanel();
     EXPECT_FALSE(shown.popover->isShown());
