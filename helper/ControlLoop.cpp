@@ -31,9 +31,8 @@ constexpr std::uint32_t automatic = 0;
 constexpr std::uint32_t manual = 1;
 
 int targetRpm(double percent, int minRPM, int maxRPM) {
-    const std::int64_t range = std::max<std::int64_t>(0, static_cast<std::int64_t>(maxRPM) - minRPM);
-    const auto aboveMinimum = static_cast<std::int64_t>(percent * static_cast<double>(range) / 100);
-    return static_cast<int>(minRPM + aboveMinimum);
+    const int range = std::max(0, maxRPM - minRPM);
+    return minRPM + static_cast<int>(percent * range / 100);
 }
 
 }  // namespace
