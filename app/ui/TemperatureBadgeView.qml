@@ -87,6 +87,7 @@ Rectangle {
 
         RowLayout {
             spacing: Theme.spaceSmall
+            visible: view.temperature.rpmLine !== "" || view.temperature.throttleLabel !== ""
 
             CaptionText {
                 objectName: "rpmLine"
