@@ -12,7 +12,8 @@ build_corvane() {
     cmake --build "$build" --target corvane corvane-app "$@" >/dev/null
 }
 
-# Until the end of the script, or `end_desktop`. Sets `folder`, which everything lies in, the processes `bus` and `display`, and what the environment tells of them.
+# Until the end of the script, or `end_desktop`. Sets `folder`, which everything lies in, the processes `bus` and
+# `display`, and what the environment tells of them.
 make_desktop() {
     folder=$(mktemp --directory)
     trap end_desktop EXIT

@@ -1,10 +1,10 @@
 #include "helper/FanHelperService.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "core/ThermalCurve.h"
 #include "helper/DaemonLog.h"
-#include "platform/PlausibleLimit.h"
 #include "smc/SmcReading.h"
 #include "smc/csmc.h"
 
@@ -27,10 +27,9 @@ double clampedPercent(double percent) {
     return std::isnan(percent) ? 0.0 : std::fmax(std::fmin(percent, 100.0), 0.0);
 }
 
-/// 0 if unknown.
-int knownLimit(const std::string& key, bool (*isPlausible)(double)) {
-    const std::optional<float> rpm = readFinite(key.c_str());
-    return rpm && isPlausible(static_cast<double>(*rpm)) ? static_cast<int>(*rpm) : 0;
+/// 0 if unknown; a negative speed is no limit.
+int readLimit(const std::string& key) {
+    return std::max(0, readRpm(key.c_str()).value_or(0));
 }
 
 bool isCpuTempKey(std::string_view key) {
@@ -71,10 +70,10 @@ void FanHelperService::learnFans() {
 void FanHelperService::learnUnknownLimits(std::size_t fan) {
     const FanKeys& keys = fanKeys_[fan];
     if (minRPMs_[fan] == 0) {
-        minRPMs_[fan] = knownLimit(keys.minimum, PlausibleLimit::isMinimum);
+        minRPMs_[fan] = readLimit(keys.minimum);
     }
     if (maxRPMs_[fan] == 0) {
-        maxRPMs_[fan] = knownLimit(keys.maximum, PlausibleLimit::isMaximum);
+        maxRPMs_[fan] = readLimit(keys.maximum);
     }
 }
 

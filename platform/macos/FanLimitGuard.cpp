@@ -3,7 +3,7 @@
 #include <cstring>
 #include <optional>
 
-#include "platform/PlausibleLimit.h"
+#include "platform/PlausibleLimits.h"
 #include "platform/SmcKeyTable.h"
 
 namespace corvane {
@@ -42,12 +42,7 @@ std::int32_t FanLimitGuard::exchange(SmcRecord& record) {
 
 bool FanLimitGuard::areLimitsKnown(std::uint32_t fan) {
     bool& known = known_.at(fan);
-    if (!known) {
-        const std::optional<float> minimum = readFlt(fanKey(fan, 'M', 'n'));
-        const std::optional<float> maximum = readFlt(fanKey(fan, 'M', 'x'));
-        known = minimum && PlausibleLimit::isMinimum(static_cast<double>(*minimum)) && maximum &&
-                PlausibleLimit::isMaximum(static_cast<double>(*maximum));
-    }
+    known = known || arePlausibleLimits(readFlt(fanKey(fan, 'M', 'n')), readFlt(fanKey(fan, 'M', 'x')));
     return known;
 }
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <utility>
 
-#include "platform/PlausibleLimit.h"
+#include "platform/PlausibleLimits.h"
 
 namespace corvane {
 
@@ -262,9 +262,8 @@ SmcResult SimulatedMac::setMode(std::size_t key, std::uint8_t mode) {
 }
 
 bool SimulatedMac::areLimitsKnown(std::size_t fan) const {
-    const std::optional<double> minimum = readableLimit(fan, KeyRole::fanMinimum);
-    const std::optional<double> maximum = readableLimit(fan, KeyRole::fanMaximum);
-    return minimum && PlausibleLimit::isMinimum(*minimum) && maximum && PlausibleLimit::isMaximum(*maximum);
+    return arePlausibleLimits(readableLimit(fan, KeyRole::fanMinimum),
+                              readableLimit(fan, KeyRole::fanMaximum));
 }
 
 std::optional<double> SimulatedMac::readableLimit(std::size_t fan, KeyRole role) const {

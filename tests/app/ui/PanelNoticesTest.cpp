@@ -93,6 +93,7 @@ TEST_F(PanelNotices, ShowTheTemperatureOfTheGraphicsAlone) {
     for (const char* ofProcessor : {"temperature", "temperatureDot", "temperatureWord"}) {
         EXPECT_FALSE(isShown(ofProcessor)) << ofProcessor;
     }
+    EXPECT_FALSE(isShown("rpmLine")) << "an empty line would leave a gap";
 }
 
 TEST_F(PanelNotices, ShowHowTheSystemThrottles) {

@@ -137,6 +137,14 @@ protected:
         observation = applications->observe([this] { announced.push_back(applications->identifiers()); });
     }
 
+    void startWithAUnitAndAProcess() {
+        manager->add("app-one-1.scope");
+        manager->comeUp();
+        run("tool");
+        start();
+        ASSERT_TRUE(announces({"one", "tool"}));
+    }
+
     void run(const std::string& program, const std::string& process = "proc/10") const {
         std::filesystem::create_directories(folder / process);
         std::filesystem::create_symlink("/usr/bin/" + program, folder / process / "exe");
@@ -214,11 +222,7 @@ TEST_F(SessionApplicationsTest, EndForTheManagerAndForTheProcessesTogether) {
 }
 
 TEST_F(SessionApplicationsTest, AreTheProcessesAloneWhenTheManagerIsGone) {
-    manager->add("app-one-1.scope");
-    manager->comeUp();
-    run("tool");
-    start();
-    ASSERT_TRUE(announces({"one", "tool"}));
+    startWithAUnitAndAProcess();
     manager.reset();
     EXPECT_TRUE(announces({"tool"}));
     manager.emplace(bus.address());
@@ -235,11 +239,7 @@ TEST_F(SessionApplicationsTest, AreTheProcessesAloneWithoutABus) {
 }
 
 TEST_F(SessionApplicationsTest, AreTheManagersAloneWhileALookIsStuck) {
-    manager->add("app-one-1.scope");
-    manager->comeUp();
-    run("tool");
-    start();
-    ASSERT_TRUE(announces({"one", "tool"}));
+    startWithAUnitAndAProcess();
     waitUntilALookIsStuck();
     EXPECT_EQ(applications->identifiers(), (Identifiers{"one", "tool"})) << "a look may take its time";
     mainLoop.loseTrust();
@@ -251,11 +251,7 @@ TEST_F(SessionApplicationsTest, AreTheManagersAloneWhileALookIsStuck) {
 
 /// Who asks again much later must not be told of a process that has ended since.
 TEST_F(SessionApplicationsTest, OfProcessesAreForgottenWhenNobodyHasAskedForLong) {
-    manager->add("app-one-1.scope");
-    manager->comeUp();
-    run("tool");
-    start();
-    ASSERT_TRUE(announces({"one", "tool"}));
+    startWithAUnitAndAProcess();
     waitUntilALookIsStuck();
     // Asks nothing.
     int changes = 0;
